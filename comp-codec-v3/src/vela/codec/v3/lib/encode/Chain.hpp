@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <vela/codec/v3/lib/encode/ClusterDeltas.hpp>
+#include <vela/codec/v3/lib/encode/ComputeDeltas.hpp>
+#include <vela/codec/v3/lib/encode/ComputeQuality.hpp>
+#include <vela/codec/v3/lib/encode/DetectSilence.hpp>
+#include <vela/codec/v3/lib/encode/Filter.hpp>
+#include <vela/codec/v3/lib/encode/Mixer.hpp>
+#include <vela/codec/v3/lib/encode/Rescaler.hpp>
+
+namespace vela::codec::v3::encode {
+
+/// The stages in the order in which a candidate passes them.
+///
+///     DetectSilence -> Rescaler -> ComputeDeltas -> ClusterDeltas -> Mixer -> ComputeQuality
+///                         ^                                                       |
+///                         +------- one step more attenuation while it overflows --+
+///
+/// May be called from several threads, each with a group of its own.
+class Chain {
+public:
+    using Code = ClusterDeltas::Code;
+
+    /// Runs one candidate.  `filtered` means that it cannot win and was dropped.
+    [[nodiscard]] Code operator()(Group& group);
+
+    /// Forgets the scores of the frame before; the first call makes the filter.
+    void start_frame();
+
+    DetectSilence detect_silence;
+    Rescaler rescaler;
+    ComputeDeltas compute_deltas;
+    ClusterDeltas cluster_deltas;
+    Mixer mixer;
+    ComputeQuality compute_quality;
+
+private:
+    Code attempt_(Group& group);
+
+    std::shared_ptr<Filter> filter_;
+};
+
+}  // namespace vela::codec::v3::encode

@@ -1,0 +1,23 @@
+#include <vela/codec/v3/lib/encode/Filter.hpp>
+
+namespace vela::codec::v3::encode {
+
+int Filter::check(const Group& group) const {
+    const std::lock_guard lock(mutex_);
+    const auto at = filters_.find(group.frame.key);
+    return at != filters_.end() && at->second(group.nr_bitlines) ? 2 : 0;
+}
+
+bool Filter::update(const Group& group) {
+    if (!group.has_score) return false;
+    const std::lock_guard lock(mutex_);
+    filters_[group.frame.key].update(group.nr_bitlines, static_cast<float>(-group.score));
+    return true;
+}
+
+void Filter::clear() {
+    const std::lock_guard lock(mutex_);
+    filters_.clear();
+}
+
+}  // namespace vela::codec::v3::encode

@@ -1,0 +1,107 @@
+#include <algorithm>
+#include <cstdint>
+#include <vela/codec/v3/lib/encode/Rescaler.hpp>
+#include <vela/limiter/Limiter.hpp>
+#include <vela/limiter/scaler.hpp>
+#include <vela/pcm/shift.hpp>
+
+namespace vela::codec::v3::encode {
+
+namespace {
+
+constexpr unsigned sample_bits = 24;
+// A full scale of 24 bits times 0.99.
+constexpr std::uint64_t limiter_threshold = 8304720;
+constexpr std::uint32_t largest_scaler_ix = 240;
+// Samples are dithered at the top of 32 bits, where a step of the 24-bit word is 2^8.
+constexpr unsigned headroom_bits = 8;
+constexpr unsigned dither_width = 32;
+constexpr unsigned long dither_size = 20480;
+
+std::uint32_t count_instruction_bits(const Group& group) {
+    std::uint32_t bits = 32;  // opening, closing and the layout
+    if (group.meta) bits += 40;
+    if (group.preset) bits += 16;
+    if (group.loudness) bits += 40;
+    if (group.room_type) bits += 16;
+    for (const auto& [channel, attn_ix] : group.orig_attn)
+        if (attn_ix != 0) bits += 24;
+    if (group.version) bits += 32;
+    if (group.git_hash) bits += 40;
+    return bits;
+}
+
+// Asks how far the mix must be attenuated so that it stays below full scale.
+bool consult_limiter(Group& group) {
+    limiter::Limiter<int, limiter::LinearScaler> limiter(sample_bits, limiter_threshold);
+
+    auto code = limiter::ReturnCode::nothing;
+    const auto& active = group.active;
+    switch (active.size()) {
+        case 1:
+            break;
+        case 2:
+            code = limiter.analyse(active[0], active[1]);
+            break;
+        case 3:
+            code = limiter.analyse(active[0], active[1], active[2]);
+            break;
+        default:
+            return false;
+    }
+    if (code == limiter::ReturnCode::scaled) group.scaler_ix = limiter.scaler_ix;
+    return true;
+}
+
+// x * factor at the top of 32 bits, saturated.
+int scale_to_32_bits(int x, std::int64_t factor_39) {
+    constexpr std::int64_t top = 0x3fffffff80000000;
+    constexpr std::int64_t bottom = -0x4000000000000000;
+    const auto product = static_cast<std::int64_t>(static_cast<std::uint64_t>(std::int64_t{x}) *
+                                                   static_cast<std::uint64_t>(factor_39));
+    if (product >= top) return INT32_MAX;
+    if (product <= bottom) return INT32_MIN;
+    return static_cast<int>(product / (std::int64_t{1} << 31));
+}
+
+}  // namespace
+
+bool Rescaler::operator()(Group& group) {
+    if (group.nr_bitlines < 3) return false;
+    group.budget.instruction_bits = count_instruction_bits(group);
+
+    if (group.scaler_ix == 0 && !consult_limiter(group)) return false;
+    if (group.scaler_ix > largest_scaler_ix) return false;
+    if (group.scaler_ix != 0) group.budget.instruction_bits += 16;
+
+    float scaler = 1.0f;
+    if (!limiter::ix_to_scaler(scaler, static_cast<unsigned char>(group.scaler_ix))) return false;
+    return rescale_(group, 1.0f / scaler);
+}
+
+bool Rescaler::rescale_(Group& group, float factor) {
+    const unsigned shift = group.nr_bitlines + headroom_bits;
+    const auto pool = goc_dither_pool_(shift);
+    const auto factor_39 = static_cast<std::int64_t>(static_cast<double>(factor) * 0x1p39);
+    const bool dithered = group.dither && group.silence.size() == 0;
+
+    group.rescaled.clear();
+    for (const Frame& active : group.active) {
+        Frame frame = active;
+        std::ranges::transform(frame.samples(), frame.write().begin(),
+                               [=](int x) { return scale_to_32_bits(x, factor_39); });
+        if (dithered && !(*pool)(frame.write_range(), 0)) return false;
+        if (!pcm::shift_right(shift, frame.write_range())) return false;
+        group.rescaled.push_back(std::move(frame));
+    }
+    return true;
+}
+
+std::shared_ptr<const dither::Pool> Rescaler::goc_dither_pool_(unsigned bits) {
+    const std::lock_guard lock(mutex_);
+    auto& pool = pools_[static_cast<float>(bits)];
+    if (!pool) pool = std::make_shared<dither::Pool>(bits, 0, dither_width, dither_size);
+    return pool;
+}
+
+}  // namespace vela::codec::v3::encode

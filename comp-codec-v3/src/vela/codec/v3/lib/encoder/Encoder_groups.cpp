@@ -1,0 +1,199 @@
+// The search of the encoder: from the frames of one block to the best candidate per carrier.
+
+#include <algorithm>
+#include <atomic>
+#include <vela/codec/v3/lib/encoder/Encoder.hpp>
+
+namespace vela::codec::v3::encoder {
+
+namespace {
+
+// How many centers to try first, before there is a frame to learn from.
+std::uint32_t centers_start(std::uint32_t nr_bitlines) {
+    constexpr std::array<std::uint32_t, 12> from_three{15,  20,  40,  60,  80,  100,
+                                                       120, 140, 160, 180, 200, 220};
+    const std::uint32_t ix = nr_bitlines - 3;
+    return ix < from_three.size() ? from_three[ix] : 80;
+}
+
+// Centers tried beyond what the frame before used.
+constexpr std::uint32_t centers_margin = 20;
+
+// The one carrier that tells the metadata; the others keep their bit-lines for the signal.
+std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers) {
+    using namespace api::channel::id;
+    for (const auto id : {LFE, RightBack, Center, RightSurround, Right})
+        if (carriers.test(id)) return id;
+    return std::nullopt;
+}
+
+}  // namespace
+
+bool Encoder::process_groups_() {
+    CandidateQueue queue;
+    {
+        const auto frames = downmixed_.start_draining();
+        if (!frames || !add_groups_(queue, *frames)) return false;
+    }
+    if (!try_candidates_(queue)) return false;
+    return finish_frame_();
+}
+
+bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
+    const CarrierRecipe* const recipe = find_recipe(input_layout_);
+    if (!recipe || recipe->carrier != output_layout_.mask()) return false;
+    return std::ranges::all_of(recipe->groups, [&](const CarrierRecipe::Group& group) {
+        return add_(queue, frames, group);
+    });
+}
+
+bool Encoder::add_(CandidateQueue& queue, const Frames& frames,
+                   const CarrierRecipe::Group& recipe) const {
+    const api::Channel carrier = api::Channel::create(recipe.carrier);
+    for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b) {
+        const GroupPtr group = create_group_(b);
+        for (const auto id : recipe.active_members())
+            if (!set_origs_(*group, api::ChannelVariant(api::Channel::create(id)), frames))
+                return false;
+        if (!set_carrier_(*group, carrier)) return false;
+        queue.push(carrier, group);
+    }
+    return true;
+}
+
+Encoder::GroupPtr Encoder::create_group_(std::uint32_t nr_bitlines) const {
+    auto group = encode::Group::create(input_layout_, output_layout_, span_);
+    group->nr_bitlines = nr_bitlines;
+    group->centers_start_2 = group->centers_start_3 = centers_start(nr_bitlines);
+    group->centers_max = centers_max_;
+    group->centers_min = 1;
+    group->dither = dither_;
+    return group;
+}
+
+bool Encoder::set_origs_(encode::Group& group, const api::ChannelVariant& key,
+                         const Frames& frames) const {
+    const auto* const frame = frames.find(key);
+    const auto attn_ix = attn_ix_.find(key);
+    if (!frame || attn_ix == attn_ix_.end()) return false;
+    group.origs.push_back(*frame);
+    group.orig_attn[key] = attn_ix->second;
+    return true;
+}
+
+bool Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) const {
+    const api::ChannelVariant key(carrier);
+    group.frame.key = key;
+
+    if (const auto prev = prev_bitlines_.find(key); prev != prev_bitlines_.end())
+        group.prev_bitlines = prev->second;
+    if (const auto prev = prev_centers_.find({group.nr_bitlines, key});
+        prev != prev_centers_.end()) {
+        const auto [with_2, with_3] = prev->second;
+        if (with_2 != 0) group.centers_start_2 = with_2 + centers_margin;
+        if (with_3 != 0) group.centers_start_3 = with_3 + centers_margin;
+    }
+    if (metadata_channel(output_layout_) == carrier.id()) set_metadata_(group);
+    return true;
+}
+
+void Encoder::set_metadata_(encode::Group& group) const {
+    group.meta = meta_.due(span_);
+    group.loudness = loudness_;
+    if (const auto preset = preset_.due(span_)) group.preset = static_cast<std::uint8_t>(*preset);
+    if (const auto room_type = room_type_.due(span_))
+        group.room_type = static_cast<std::uint32_t>(*room_type);
+    group.version = version_.due(span_);
+    group.git_hash = git_hash_.due(span_);
+}
+
+bool Encoder::try_candidates_(CandidateQueue& queue) {
+    GroupPingPong pingpong;
+    std::atomic<unsigned> nr_failures{0};
+    const bool threaded = pool_.nr_threads() != 0;
+    const auto work = [&] { return work_(pingpong, nr_failures); };
+
+    if (threaded && !pool_.start(work)) return false;
+    {
+        const std::lock_guard lock(best_mutex_);
+        best_.clear();
+    }
+    chain_.start_frame();
+
+    const bool fed = queue.feed([&](const GroupPtr& group) {
+        {
+            auto push = pingpong.start_filling();
+            if (!push) return false;
+            *push = group;
+        }
+        return threaded || work();
+    });
+    pingpong.close();
+    if (threaded) pool_.stop();
+    return fed && nr_failures == 0;
+}
+
+bool Encoder::work_(GroupPingPong& pingpong, std::atomic<unsigned>& nr_failures) {
+    GroupPtr group;
+    {
+        auto pop = pingpong.start_draining();
+        if (!pop) return false;
+        group = *pop;
+    }
+    const Code code = group ? chain_(*group) : Code::failure;
+    if (code == Code::ok) select_best_(*group);
+    if (code == Code::failure) ++nr_failures;
+    if (group) candidate_log_.add(*group, code);
+    return true;
+}
+
+void Encoder::select_best_(const encode::Group& group) {
+    if (!group.has_score) return;
+    const auto& key = group.frame.key;
+    {
+        const std::lock_guard lock(prev_centers_mutex_);
+        auto& [with_2, with_3] = prev_centers_[{group.nr_bitlines, key}];
+        if (group.active.size() == 2) with_2 = static_cast<std::uint32_t>(group.centers_1d.size());
+        if (group.active.size() == 3) with_3 = static_cast<std::uint32_t>(group.centers_2d.size());
+    }
+    const std::lock_guard lock(best_mutex_);
+    auto& best = best_[key];
+    if (!best)
+        best = std::make_shared<encode::Group>(group);
+    else if (best->score > group.score)
+        *best = group;
+}
+
+bool Encoder::finish_frame_() {
+    const std::lock_guard lock(best_mutex_);
+    if (!remember_bitlines_()) return false;
+
+    auto out = output_pingpong_->start_filling();
+    if (!out) return false;
+    plots_.start_frame(span_);
+    for (auto& [carrier, winner] : best_)
+        if (!finish_winner_(*winner, *out)) return false;
+    return plots_.end_frame(span_);
+}
+
+bool Encoder::remember_bitlines_() {
+    return output_layout_.each_channel([this](const api::Channel& carrier) {
+        const api::ChannelVariant key(carrier);
+        const auto best = best_.find(key);
+        if (best == best_.end()) return false;
+        prev_bitlines_[key] = best->second->nr_bitlines;
+        return true;
+    });
+}
+
+bool Encoder::finish_winner_(encode::Group& winner, Frames& out) {
+    if (!muxer_(winner)) return false;
+    out.set(winner.frame);
+    candidate_log_.add_winner(winner);
+    if (!plots_.add(winner)) return false;
+    for (std::size_t i = 0; i < winner.origs.size(); ++i)
+        quality_[winner.origs[i].key].update_db(winner.dbrms[i], winner.dbpeak[i]);
+    return true;
+}
+
+}  // namespace vela::codec::v3::encoder
