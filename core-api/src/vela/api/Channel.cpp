@@ -12,38 +12,37 @@ std::size_t naming_schema = vela_schema;
 
 struct Entry {
     channel::id::Value id;
-    const char* vela;
-    const char* nhk;
-    const char* full;
+    std::array<const char*, 2> names;  // by schema
+    const char* full_name;
 };
 
 // "BL" and "BR" are the back pair in one schema and the bottom pair in the other.
 constexpr std::array<Entry, channel::id::count> entries{{
-    {channel::id::Left, "L", "FLc", "Left"},
-    {channel::id::Right, "R", "FRc", "Right"},
-    {channel::id::Center, "C", "FC", "Center"},
-    {channel::id::LFE, "LFE", "LFE1", "LFE"},
-    {channel::id::LeftSurround, "Ls", "Ls", "LeftSurround"},
-    {channel::id::RightSurround, "Rs", "Rs", "RightSurround"},
-    {channel::id::CenterSurround, "Cs", "Cs", "CenterSurround"},
-    {channel::id::LeftBack, "Lb", "BL", "LeftBack"},
-    {channel::id::RightBack, "Rb", "BR", "RightBack"},
-    {channel::id::HeightLeft, "HL", "TpFLc", "HeightLeft"},
-    {channel::id::HeightRight, "HR", "TpFRc", "HeightRight"},
-    {channel::id::HeightCenter, "HC", "TpFC", "HeightCenter"},
-    {channel::id::Top, "T", "TpC", "Top"},
-    {channel::id::HeightLeftSurround, "HLs", "TpLs", "HeightLeftSurround"},
-    {channel::id::HeightRightSurround, "HRs", "TpRs", "HeightRightSurround"},
-    {channel::id::HeightCenterSurround, "HCs", "TpCs", "HeightCenterSurround"},
-    {channel::id::HeightLeftBack, "HLb", "TpBL", "HeightLeftBack"},
-    {channel::id::HeightRightBack, "HRb", "TpBR", "HeightRightBack"},
-    {channel::id::LeftCenter, "LC", "LC", "LeftCenter"},
-    {channel::id::RightCenter, "RC", "RC", "RightCenter"},
-    {channel::id::LFE2, "LFE2", "LFE2", "LFE2"},
-    {channel::id::BottomLeft, "BL", "BtFL", "BottomLeft"},
-    {channel::id::BottomRight, "BR", "BtFR", "BottomRight"},
-    {channel::id::BottomCenter, "BC", "BtFC", "BottomCenter"},
-    {channel::id::Ambisonics, "ambi", "ambi", "Ambisonics"},
+    {channel::id::Left, {"L", "FLc"}, "Left"},
+    {channel::id::Right, {"R", "FRc"}, "Right"},
+    {channel::id::Center, {"C", "FC"}, "Center"},
+    {channel::id::LFE, {"LFE", "LFE1"}, "LFE"},
+    {channel::id::LeftSurround, {"Ls", "Ls"}, "LeftSurround"},
+    {channel::id::RightSurround, {"Rs", "Rs"}, "RightSurround"},
+    {channel::id::CenterSurround, {"Cs", "Cs"}, "CenterSurround"},
+    {channel::id::LeftBack, {"Lb", "BL"}, "LeftBack"},
+    {channel::id::RightBack, {"Rb", "BR"}, "RightBack"},
+    {channel::id::HeightLeft, {"HL", "TpFLc"}, "HeightLeft"},
+    {channel::id::HeightRight, {"HR", "TpFRc"}, "HeightRight"},
+    {channel::id::HeightCenter, {"HC", "TpFC"}, "HeightCenter"},
+    {channel::id::Top, {"T", "TpC"}, "Top"},
+    {channel::id::HeightLeftSurround, {"HLs", "TpLs"}, "HeightLeftSurround"},
+    {channel::id::HeightRightSurround, {"HRs", "TpRs"}, "HeightRightSurround"},
+    {channel::id::HeightCenterSurround, {"HCs", "TpCs"}, "HeightCenterSurround"},
+    {channel::id::HeightLeftBack, {"HLb", "TpBL"}, "HeightLeftBack"},
+    {channel::id::HeightRightBack, {"HRb", "TpBR"}, "HeightRightBack"},
+    {channel::id::LeftCenter, {"LC", "LC"}, "LeftCenter"},
+    {channel::id::RightCenter, {"RC", "RC"}, "RightCenter"},
+    {channel::id::LFE2, {"LFE2", "LFE2"}, "LFE2"},
+    {channel::id::BottomLeft, {"BL", "BtFL"}, "BottomLeft"},
+    {channel::id::BottomRight, {"BR", "BtFR"}, "BottomRight"},
+    {channel::id::BottomCenter, {"BC", "BtFC"}, "BottomCenter"},
+    {channel::id::Ambisonics, {"ambi", "ambi"}, "Ambisonics"},
 }};
 
 // The order in which names are searched.
@@ -105,7 +104,7 @@ Channel& Channel::operator=(const Channel& other) {
 Channel Channel::create(channel::id::Value id) {
     if (id >= entries.size()) return Channel(id, {}, nullptr);
     const Entry& entry = entries[id];
-    return Channel(id, {entry.vela, entry.nhk}, entry.full);
+    return Channel(id, {entry.names.begin(), entry.names.end()}, entry.full_name);
 }
 
 bool Channel::create(Channel& out, channel::id::Value id) {
@@ -117,11 +116,9 @@ bool Channel::create(Channel& out, channel::id::Value id) {
 bool Channel::create(Channel& out, std::string_view name) {
     if (same_name(name, "LF1")) return create(out, channel::id::LFE);
     for (const auto id : known_channels) {
-        const Channel known = create(id);
-        if (same_name(name, known.short_name()) || same_name(name, known.full_name())) {
-            out = known;
-            return true;
-        }
+        const Entry& known = entries[id];
+        if (same_name(name, known.names[naming_schema]) || same_name(name, known.full_name))
+            return create(out, id);
     }
     return false;
 }

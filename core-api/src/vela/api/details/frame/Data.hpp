@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace vela::api::details::frame {
 
@@ -15,26 +16,46 @@ class Data {
 public:
     Data() = default;
     /// `size` zero samples; size 0 allocates nothing.
-    explicit Data(std::uint64_t size)
-        : samples_(size ? new T[size]() : nullptr, std::default_delete<T[]>()), size_(size) {}
+    explicit Data(std::uint64_t size) : size_(size) {
+        if (size_ != 0) data_.reset(new T[size_]());
+    }
+    Data(const Data&) = default;
+    Data(Data&& other) noexcept { swap(other); }
+    Data& operator=(Data other) noexcept {
+        swap(other);
+        return *this;
+    }
+
+    void swap(Data& other) noexcept {
+        data_.swap(other.data_);
+        std::swap(size_, other.size_);
+    }
 
     /// Write access: makes the samples private first.  Null for size 0.
     T* begin() {
         if (size_ == 0) return nullptr;
-        if (samples_.use_count() != 1) {
+        if (!sole_owner_()) {
             Data own(size_);
-            std::copy_n(samples_.get(), size_, own.samples_.get());
-            std::swap(*this, own);
+            std::copy_n(data(), size_, own.data_.get());
+            swap(own);
         }
-        return samples_.get();
+        return data_.get();
     }
 
     /// Read access, never a copy.  Null for size 0.
-    [[nodiscard]] const T* data() const { return samples_.get(); }
+    [[nodiscard]] const T* data() const { return data_.get(); }
     [[nodiscard]] std::uint64_t size() const { return size_; }
 
 private:
-    std::shared_ptr<T> samples_;
+    bool sole_owner_() const {
+        if (data_.use_count() != 1) return false;
+        // The count alone does not order what other threads read before they let go of the samples
+        // with what is written now; letting go of a copy does.
+        const auto copy = data_;
+        return true;
+    }
+
+    std::shared_ptr<T[]> data_;
     std::uint64_t size_ = 0;
 };
 
