@@ -42,9 +42,10 @@ void walk(Samples x, Anchored anchored, OneAfter one_after, TwoAfter two_after, 
     std::size_t t = I;
     int last = quad(x[t]);
     anchored(t, last);
+    // The difference of two anchors is a multiple of 4, wrapped or not: the shift is exact.
     for (; t + 3 < size; t += 3) {
         const int next = quad(x[t + 3]);
-        const int step = wrap_sub(next, last) / 4;
+        const int step = wrap_sub(next, last) >> 2;
         one_after(t + 1, wrap_add(last, step));
         two_after(t + 2, wrap_sub(next, step));
         anchored(t + 3, next);
