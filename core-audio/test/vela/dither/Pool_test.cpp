@@ -23,7 +23,7 @@ std::vector<int> table_of(const Pool& pool, std::size_t size) {
 }
 
 bool is_window(const std::vector<int>& part, const std::vector<int>& table) {
-    return std::ranges::search(table, part).size() == part.size();
+    return std::search(table.begin(), table.end(), part.begin(), part.end()) != table.end();
 }
 
 TEST(Pool, NoiseIsTriangularWithinItsReach) {
