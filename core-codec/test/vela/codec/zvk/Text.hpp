@@ -10,11 +10,11 @@ struct Text {
     static void put(Cursor& at, bool bit) { at += bit ? '1' : '0'; }
 };
 
-/// `value` in `width` bits, the most significant first.
+/// `value` in `width` bits, the most significant first; zeros above bit 63.
 inline std::string bits(unsigned long long value, unsigned width) {
     std::string text;
     while (width-- > 0)
-        text += (value >> width & 1) != 0 ? '1' : '0';
+        text += width < 64 && (value >> width & 1) != 0 ? '1' : '0';
     return text;
 }
 

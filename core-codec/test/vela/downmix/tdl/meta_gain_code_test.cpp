@@ -16,9 +16,9 @@ struct Case {
 };
 
 TEST(MetaGainCode, StepsOfOneAndAHalfDecibelsToTheNearest) {
-    const Case cases[] = {{0.0, 0},    {1.5, 1},   {0.74, 0},  {0.76, 1},  {2.24, 1},
-                          {2.26, 2},   {-0.74, 0}, {3.0, 2},   {21.0, 14}, {21.74, 14},
-                          {21.76, 15}, {22.5, 15}, {100.0, 15}};
+    const Case cases[] = {{0.0, 0},    {1.5, 1},    {0.74, 0},   {0.76, 1},  {2.24, 1},
+                          {2.26, 2},   {-0.74, 0},  {-0.755, 0}, {3.0, 2},   {21.0, 14},
+                          {21.74, 14}, {21.76, 15}, {22.5, 15},  {100.0, 15}};
     for (const Case& c : cases)
         EXPECT_EQ(meta_gain_code(linear(c.db)), c.code) << c.db;
     EXPECT_EQ(meta_gain_code(1.0f), 0u);
