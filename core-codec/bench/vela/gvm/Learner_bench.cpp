@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -31,40 +32,45 @@ double learn(const std::string& name, bool update_all, std::vector<int>& values)
     return learner->learn(nr_clusters, range_of<N>(values)) ? learner->cost() : -1;
 }
 
-/// Beside the time of one `learn`: its total cost, and in one dimension the lowest possible.
+using Values = std::vector<int>;
+
+/// Beside the time of one `learn` its total cost, which shows what the time bought.
 template <std::size_t N>
-void BM_learn(benchmark::State& state, const std::string& name, bool update_all,
-              std::vector<int> values) {
+void BM_learn(benchmark::State& state, const std::string& name, bool update_all, Values values) {
     values.resize(N * nr_deltas);
     double cost = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(cost = learn<N>(name, update_all, values));
     state.counters["cost"] = cost;
-    if (N == 1) {
-        static double optimum = 0;
-        static std::vector<int> optimum_of;
-        if (optimum_of != values) optimum = optimal_cost(values, nr_clusters);
-        optimum_of = values;
-        state.counters["optimum"] = optimum;
-    }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(nr_deltas));
 }
 
-template <std::size_t N>
-void register_all() {
-    for (const auto& [input, values] : inputs())
-        for (const auto& [name, update_all] :
-             {std::pair("fast", false), std::pair("fast", true), std::pair("ref", true)}) {
-            const std::string label =
-                "learn<" + std::to_string(N) + ">/" + input + '/' + name +
-                (name == std::string("fast") && update_all ? "_update_all" : "");
-            benchmark::RegisterBenchmark(label.c_str(), BM_learn<N>, std::string(name), update_all,
-                                         values)
-                ->Unit(benchmark::kMicrosecond);
-        }
+/// The lowest cost that any learner could reach.
+void BM_optimum(benchmark::State& state, Values values) {
+    values.resize(nr_deltas);
+    double cost = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(cost = optimal_cost(values, nr_clusters));
+    state.counters["cost"] = cost;
 }
 
-const bool registered = (register_all<1>(), register_all<2>(), true);
+template <typename Function, typename... Args>
+void add(const std::string& label, Function function, const Args&... args) {
+    benchmark::RegisterBenchmark(label.c_str(), function, args...)->Unit(benchmark::kMicrosecond);
+}
+
+template <std::size_t N>
+void add_all() {
+    const std::string prefix = "learn<" + std::to_string(N) + ">/";
+    for (const auto& [input, values] : inputs()) {
+        add(prefix + input + "/fast", BM_learn<N>, std::string("fast"), false, values);
+        add(prefix + input + "/fast_update_all", BM_learn<N>, std::string("fast"), true, values);
+        add(prefix + input + "/ref", BM_learn<N>, std::string("ref"), true, values);
+        if (N == 1) add(prefix + input + "/optimum", BM_optimum, values);
+    }
+}
+
+const bool added = (add_all<1>(), add_all<2>(), true);
 
 }  // namespace
 }  // namespace vela::gvm

@@ -97,7 +97,10 @@ TEST(FastLearner, NoDeltasGiveNoClusters) {
 }
 
 TEST(FastLearner, ACapacityOfZeroFailsAtTheFirstDelta) {
-    EXPECT_FALSE(Learned<1>(0, {1}).good);
+    const Learned<1> learned(0, {1});
+    EXPECT_FALSE(learned.good);
+    Ixs ixs(1);
+    EXPECT_FALSE(learned.get_ixs(ixs));
 }
 
 TEST(FastLearner, MergesDownToOneClusterAndNoFurther) {
