@@ -42,8 +42,10 @@ bool Learner<T, Iterator>::get_ixs(std::vector<unsigned long>& ixs) const {
     if (!info_ || !info_->membership.get_ixs(ixs)) return false;
     std::vector<unsigned long> permutation;
     info_->clustering.get_permutation(permutation);
-    for (unsigned long& ix : ixs)
+    for (unsigned long& ix : ixs) {
+        if (ix >= permutation.size()) return false;  // a delta that a failed pass never reached
         ix = permutation[ix];
+    }
     return true;
 }
 

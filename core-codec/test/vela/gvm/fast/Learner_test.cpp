@@ -1,62 +1,31 @@
 #include <gtest/gtest.h>
 
 #include <vector>
+#include <vela/gvm/Learned.hpp>
 #include <vela/gvm/deltas.hpp>
 #include <vela/gvm/fast/Learner.hpp>
 
 namespace vela::gvm::fast {
 namespace {
 
-using Ixs = std::vector<unsigned long>;
-using Sizes = std::vector<unsigned>;
-
-/// A learner that is told its deltas as a list of numbers.
 template <std::size_t N>
-struct Learned : Learner<double, Iterator<N>> {
-    explicit Learned(unsigned k, std::vector<int> values, bool update_all = true) {
-        this->set_update_all_after_insert(update_all);
-        nr_deltas = values.size() / N;
-        good = this->learn(k, range_of<N>(values));
-    }
-
-    Sizes sizes() const {
-        Sizes result(this->nr_clusters());
-        EXPECT_TRUE(this->get_sizes(result));
-        return result;
-    }
-    std::vector<std::array<int, N>> centers() const {
-        std::vector<std::array<int, N>> result(this->nr_clusters());
-        EXPECT_TRUE(this->get_centers(result));
-        return result;
-    }
-    Ixs ixs() const {
-        Ixs result(nr_deltas);
-        EXPECT_TRUE(this->get_ixs(result));
-        return result;
-    }
-
-    std::size_t nr_deltas = 0;
-    bool good = false;
-};
-
-using Centers1 = std::vector<std::array<int, 1>>;
-using Centers2 = std::vector<std::array<int, 2>>;
+using Learned = gvm::Learned<Learner<double, Iterator<N>>, N>;
 
 TEST(FastLearner, IdenticalDeltasStayOneCluster) {
     const Learned<1> one(10, std::vector<int>(7, -3));
     EXPECT_EQ(one.sizes(), Sizes{7});
-    EXPECT_EQ(one.centers(), Centers1{{-3}});
+    EXPECT_EQ(one.centers(), Centers<1>{{-3}});
     EXPECT_EQ(one.cost(), 0);
     const Learned<2> two(10, {4, -9, 4, -9, 4, -9});
     EXPECT_EQ(two.sizes(), Sizes{3});
-    EXPECT_EQ(two.centers(), (Centers2{{4, -9}}));
+    EXPECT_EQ(two.centers(), (Centers<2>{{4, -9}}));
     EXPECT_EQ(two.cost(), 0);
 }
 
 TEST(FastLearner, CapacityOfOneTakesEveryDeltaIntoOneCluster) {
     const Learned<1> learned(1, {1, 100, -50, 7});
     EXPECT_EQ(learned.sizes(), Sizes{4});
-    EXPECT_EQ(learned.centers(), Centers1{{14}});  // 58 / 4
+    EXPECT_EQ(learned.centers(), Centers<1>{{14}});  // 58 / 4
     EXPECT_EQ(learned.ixs(), (Ixs{0, 0, 0, 0}));
 }
 
@@ -64,15 +33,15 @@ TEST(FastLearner, AClusterThatOutgrowsItsNeighbourTakesItsIndex) {
     EXPECT_EQ(Learned<1>(2, {0, 100}).ixs(), (Ixs{0, 1}));
     const Learned<1> learned(2, {0, 100, 100});
     EXPECT_EQ(learned.sizes(), (Sizes{2, 1}));
-    EXPECT_EQ(learned.centers(), (Centers1{{100}, {0}}));
+    EXPECT_EQ(learned.centers(), (Centers<1>{{100}, {0}}));
     EXPECT_EQ(learned.ixs(), (Ixs{1, 0, 0}));
 }
 
 TEST(FastLearner, ClustersOfEqualSizeKeepTheirOrder) {
     const Learned<1> learned(3, {0, 100, 200, 200, 100});
-    EXPECT_EQ(learned.centers(), (Centers1{{200}, {100}, {0}}));
+    EXPECT_EQ(learned.centers(), (Centers<1>{{200}, {100}, {0}}));
     const Learned<1> other(3, {0, 100, 200, 100, 200});
-    EXPECT_EQ(other.centers(), (Centers1{{100}, {200}, {0}}));
+    EXPECT_EQ(other.centers(), (Centers<1>{{100}, {200}, {0}}));
 }
 
 // 14 costs 8 at 10 (alone, distance 4), and 8 at 17 (eight deltas, distance 3).
@@ -128,7 +97,10 @@ TEST(FastLearner, NoDeltasGiveNoClusters) {
 }
 
 TEST(FastLearner, ACapacityOfZeroFailsAtTheFirstDelta) {
-    EXPECT_FALSE(Learned<1>(0, {1}).good);
+    const Learned<1> learned(0, {1});
+    EXPECT_FALSE(learned.good);
+    Ixs ixs(1);
+    EXPECT_FALSE(learned.get_ixs(ixs));
 }
 
 TEST(FastLearner, MergesDownToOneClusterAndNoFurther) {
@@ -138,7 +110,7 @@ TEST(FastLearner, MergesDownToOneClusterAndNoFurther) {
         EXPECT_EQ(learned.nr_clusters(), left);
     }
     EXPECT_EQ(learned.sizes(), Sizes{5});
-    EXPECT_EQ(learned.centers(), (Centers2{{14, 14}}));  // sums of 70
+    EXPECT_EQ(learned.centers(), (Centers<2>{{14, 14}}));  // sums of 70
     EXPECT_EQ(learned.ixs(), (Ixs{0, 0, 0, 0, 0}));
     EXPECT_FALSE(learned.merge_two_clusters());
     EXPECT_EQ(learned.sizes(), Sizes{5});
@@ -158,7 +130,7 @@ TEST(FastLearner, MergingAnotherPositionMovesTheLastCluster) {
     EXPECT_TRUE(learned.merge_two_clusters());
     EXPECT_EQ(learned.sizes(), (Sizes{2, 1, 1}));
     EXPECT_EQ(learned.ixs(), (Ixs{0, 0, 1, 2}));
-    EXPECT_EQ(learned.centers(), (Centers1{{0}, {50}, {100}}));
+    EXPECT_EQ(learned.centers(), (Centers<1>{{0}, {50}, {100}}));
 }
 
 // 10 remembers 7, the first of two as near.  After 6 has joined 7, the cheaper partner is 13.
@@ -169,14 +141,14 @@ TEST(FastLearner, OnlyUpdateAllChoosesAnotherPartnerAfterAnInsert) {
 }
 
 TEST(FastLearner, CentersAreCutTowardZero) {
-    EXPECT_EQ(Learned<1>(1, {-3, -4}).centers(), Centers1{{-3}});
-    EXPECT_EQ(Learned<1>(1, {3, 4}).centers(), Centers1{{3}});
+    EXPECT_EQ(Learned<1>(1, {-3, -4}).centers(), Centers<1>{{-3}});
+    EXPECT_EQ(Learned<1>(1, {3, 4}).centers(), Centers<1>{{3}});
 }
 
 // The sum is cut to 32 bits first: outside, that gives the smallest integer.
 TEST(FastLearner, SumsBeyond32BitsGiveTheSmallestIntegerOverTheCount) {
-    EXPECT_EQ(Learned<1>(1, {2147483647, 1}).centers(), Centers1{{-1073741824}});
-    EXPECT_EQ(Learned<1>(1, {2147483646, 1}).centers(), Centers1{{1073741823}});
+    EXPECT_EQ(Learned<1>(1, {2147483647, 1}).centers(), Centers<1>{{-1073741824}});
+    EXPECT_EQ(Learned<1>(1, {2147483646, 1}).centers(), Centers<1>{{1073741823}});
 }
 
 TEST(FastLearner, LearningAgainForgetsTheFirstDeltas) {
@@ -194,7 +166,7 @@ TEST(FastLearner, KnowsNothingBeforeItLearns) {
     EXPECT_EQ(learner.cost(), 0.0);
     EXPECT_FALSE(learner.merge_two_clusters());
     Sizes sizes;
-    Centers1 centers;
+    Centers<1> centers;
     Ixs ixs;
     EXPECT_FALSE(learner.get_sizes(sizes));
     EXPECT_FALSE(learner.get_centers(centers));
@@ -204,7 +176,7 @@ TEST(FastLearner, KnowsNothingBeforeItLearns) {
 TEST(FastLearner, RefusesVectorsOfAnotherSize) {
     const Learned<1> learned(2, {1, 2, 3});
     Sizes sizes(3);
-    Centers1 centers(1);
+    Centers<1> centers(1);
     Ixs ixs(4);
     EXPECT_FALSE(learned.get_sizes(sizes));
     EXPECT_FALSE(learned.get_centers(centers));

@@ -93,6 +93,23 @@ TEST(FastLearnerTwin, EqualsThePlainOneOnDeltasLikeThoseOfMusic) {
             if (!HasFailure()) compare_both(k, audio_like_values(1024, scale, ++seed));
 }
 
+// Far from the origin the costs are what rounding leaves of huge squares: negative ones, zeros
+// where there is a distance, and no tie that survives another order of operations.
+TEST(FastLearnerTwin, EqualsThePlainOneWhereRoundingDecides) {
+    unsigned seed = 4000000;
+    for (const int offset : {1000000007, 300000001, 94906266})
+        for (const int limit : {1, 3, 20, 1000, 30000})
+            for (const unsigned k : {2, 3, 4, 8})
+                for (int round = 0; round < 20 && !HasFailure(); ++round) {
+                    ++seed;
+                    std::vector<int> values = uniform_values(2 + 2 * (seed % 20), limit, seed);
+                    for (int& value : values)
+                        value += offset;
+                    std::fill_n(values.begin(), seed % 3, values.front());
+                    compare_both(k, values);
+                }
+}
+
 TEST(FastLearnerTwin, EqualsThePlainOneOnSortedInputs) {
     unsigned seed = 3000000;
     for (const int limit : {5, 50, 5000})
