@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <random>
 #include <vela/downmix/tdl/Parser.hpp>
 
 #include "dump.hpp"
