@@ -9,12 +9,12 @@
 #include <vela/SpeakerLayout.hpp>
 #include <vela/carrier/Comparison.hpp>
 #include <vela/carrier/decode_carrier.hpp>
+#include <vela/carrier/membership.hpp>
 
 namespace vela::carrier {
 namespace {
 
 namespace fs = std::filesystem;
-using Id = api::channel::id::Value;
 
 const fs::path root = fs::path(VELA_TEST_DATA) / "known-answers";
 
@@ -46,10 +46,10 @@ public:
     ~Schema() { EXPECT_TRUE(api::Channel::set_naming_schema("vela")); }
 };
 
-Id id_of(const std::string& name) {
+ChannelId id_of(const std::string& name) {
     api::Channel channel;
     EXPECT_TRUE(api::Channel::create(channel, name)) << name;
-    return static_cast<Id>(channel.id());
+    return static_cast<ChannelId>(channel.id());
 }
 
 /// What the command line of a run said.
@@ -82,10 +82,10 @@ Call call_of(const fs::path& folder) {
 }
 
 /// Channels of an interleaved file follow their bits in the WAVE channel mask.
-std::vector<Id> interleaving_of(const CarrierRecipe& recipe) {
+std::vector<ChannelId> interleaving_of(const CarrierRecipe& recipe) {
     using namespace api::channel::id;
-    std::vector<Id> out;
-    for (const Id id :
+    std::vector<ChannelId> out;
+    for (const ChannelId id :
          {Left, Right, Center, LFE, LeftBack, RightBack, LeftSurround, RightSurround}) {
         if (api::SpeakerLayout(recipe.carrier).test(id)) out.push_back(id);
     }
@@ -235,7 +235,7 @@ TEST_P(KnownAnswers, DecodeToTheFiguresOfTheirEncoder) {
     const CarrierRecipe* recipe = find_recipe(layout);
     ASSERT_NE(recipe, nullptr);
 
-    std::map<Id, std::vector<Block>> blocks;
+    std::map<ChannelId, std::vector<Block>> blocks;
     std::size_t nr_blocks = 0;
     const Channels carriers = carriers_of(folder, run, *recipe);
     for (const auto& [carrier, samples] : carriers) {
@@ -249,7 +249,7 @@ TEST_P(KnownAnswers, DecodeToTheFiguresOfTheirEncoder) {
         SCOPED_TRACE(line);
         --nr_blocks;
         const Winner winner(line);
-        const Id carrier = id_of(winner.carrier());
+        const ChannelId carrier = id_of(winner.carrier());
         const auto frame = static_cast<std::size_t>(winner.number("frame"));
         const std::size_t start = frame * run.frame_size;
         const Block& block = blocks[carrier].at(frame);
@@ -260,6 +260,7 @@ TEST_P(KnownAnswers, DecodeToTheFiguresOfTheirEncoder) {
         const auto group =
             std::ranges::find(recipe->groups, carrier, &CarrierRecipe::Group::carrier);
         std::string why;
+        EXPECT_TRUE(check_recipe(why, block, *recipe, *group)) << why;
         ASSERT_TRUE(comparison.add(why, block, group->active_members(), run.originals, start))
             << why;
         if (!run.lowpass) expect_errors(comparison.last(), winner);
