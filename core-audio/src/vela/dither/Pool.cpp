@@ -2,6 +2,7 @@
 #include <cstddef>
 #include <vela/dither/Pool.hpp>
 #include <vela/numeric/wrap.hpp>
+#include <vela/permutation/draw_uniform.hpp>
 
 namespace vela::dither {
 
@@ -32,10 +33,12 @@ Pool::Pool(unsigned bits, int mean, unsigned long width, unsigned long size)
 }
 
 void Pool::generate_pool_(unsigned bits) {
-    std::uniform_int_distribution<int> uniform(0, 1 << bits);
+    const auto draw = [&] {
+        return static_cast<int>(permutation::draw_uniform(rng_, 0, std::uint64_t{1} << bits));
+    };
     for (int& noise : rnds_) {
-        const int u = uniform(rng_);
-        const int v = uniform(rng_);
+        const int u = draw();
+        const int v = draw();
         noise = numeric::wrap_add(mean_, u - v);
     }
 }
@@ -45,9 +48,9 @@ void Pool::generate_pool_(unsigned bits) {
 std::uint32_t Pool::generate_offset_in_rnds_(unsigned long count, unsigned long offset) const {
     const auto last = static_cast<std::uint32_t>(rnds_.size() - count - 1 - stride_);
     const auto fitting = static_cast<std::uint32_t>(rnds_.size() - count + 1);
-    std::uniform_int_distribution<std::uint32_t> uniform(0, last);
     const std::lock_guard lock(mutex_);
-    return (uniform(rng_) + static_cast<std::uint32_t>(offset % stride_)) % fitting;
+    const auto drawn = static_cast<std::uint32_t>(permutation::draw_uniform(rng_, 0, last));
+    return (drawn + static_cast<std::uint32_t>(offset % stride_)) % fitting;
 }
 
 bool Pool::operator()(Range<int*> samples, unsigned long offset) const {

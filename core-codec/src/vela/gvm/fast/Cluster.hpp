@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace vela::gvm::fast {
+
+/// What must be known of a set of deltas to tell its cost, and that of its union with another.
+///
+/// With n deltas of sum s and sum of squares q, the squared distances from the mean add up to
+/// q - |s|^2 / n: no delta has to be visited twice.  The results are behaviour to the last bit, so
+/// the order of the operations is part of the contract.
+///
+/// Ranges:  deltas are 32-bit integers; sums are exact up to 2^53.
+template <typename T, std::size_t N>
+struct Cluster {
+    using Vector = std::array<T, N>;
+
+    Vector sum{};
+    T sum_sq = 0;  ///< of all coordinates together
+    std::int32_t count = 0;
+    T cost = 0;  ///< squared distances from the mean
+
+    /// The cluster that holds `delta` alone.
+    [[nodiscard]] static Cluster alone(const Vector& delta) {
+        return {delta, squared_length(delta), 1, 0};
+    }
+
+    void insert(const Vector& delta) { merge(alone(delta)); }
+
+    void merge(const Cluster& other) {
+        for (std::size_t i = 0; i < N; ++i)
+            sum[i] += other.sum[i];
+        sum_sq += other.sum_sq;
+        count += other.count;
+        cost = -(squared_length(sum) / static_cast<T>(count) - sum_sq);
+    }
+
+    /// By how much the cost of the union exceeds that of the two parts.
+    ///
+    /// The two ways round differ in the last bits.  The cost of adding a delta to a cluster is
+    /// that cluster's `merge_delta` with the delta `alone`.  Rounding can make the result negative.
+    void merge_delta(T& result, const Cluster& other) const {
+        Vector united;
+        for (std::size_t i = 0; i < N; ++i)
+            united[i] = sum[i] + other.sum[i];
+        result = squared_length(united) / static_cast<T>(-(count + other.count)) + sum_sq +
+                 other.sum_sq - cost - other.cost;
+    }
+
+    [[nodiscard]] static T squared_length(const Vector& vector) {
+        T length = 0;
+        for (const T x : vector)
+            length += x * x;
+        return length;
+    }
+};
+
+}  // namespace vela::gvm::fast

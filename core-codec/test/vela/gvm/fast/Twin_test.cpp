@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <vector>
+#include <vela/gvm/deltas.hpp>
+#include <vela/gvm/fast/Learner.hpp>
+#include <vela/gvm/fast/PlainLearner.hpp>
+
+namespace vela::gvm::fast {
+namespace {
+
+template <std::size_t N>
+class Twin {
+public:
+    explicit Twin(bool update_all) {
+        plain_.update_all_after_insert = update_all;
+        fast_.set_update_all_after_insert(update_all);
+    }
+
+    void learn_and_merge_to_the_end(unsigned k, std::vector<int> values) {
+        const auto range = range_of<N>(values);
+        nr_deltas_ = range.size();
+        ASSERT_EQ(fast_.learn(k, range), plain_.learn(k, range));
+        expect_same_();
+        while (!testing::Test::HasFailure() && plain_.nr_live() > 1) {
+            ASSERT_TRUE(plain_.merge_two_clusters());
+            ASSERT_TRUE(fast_.merge_two_clusters());
+            expect_same_();
+        }
+        EXPECT_FALSE(fast_.merge_two_clusters());
+    }
+
+private:
+    void expect_same_() {
+        const std::size_t size = plain_.nr_live();
+        ASSERT_EQ(fast_.nr_clusters(), size);
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(fast_.cost()),
+                  std::bit_cast<std::uint64_t>(plain_.cost()));
+        std::vector<unsigned> sizes(size);
+        ASSERT_TRUE(fast_.get_sizes(sizes));
+        EXPECT_EQ(sizes, plain_.sizes());
+        std::vector<std::array<int, N>> centers(size);
+        ASSERT_TRUE(fast_.get_centers(centers));
+        EXPECT_EQ(centers, plain_.centers());
+        std::vector<unsigned long> ixs(nr_deltas_);
+        ASSERT_TRUE(fast_.get_ixs(ixs));
+        EXPECT_EQ(ixs, plain_.ixs());
+    }
+
+    Learner<double, Iterator<N>> fast_;
+    plain::Learner<N> plain_;
+    std::size_t nr_deltas_ = 0;
+};
+
+template <std::size_t N>
+void compare(unsigned k, const std::vector<int>& values) {
+    for (const bool update_all : {false, true}) {
+        SCOPED_TRACE(testing::Message() << "N " << N << " update_all " << update_all << " k " << k
+                                        << " values " << values.size());
+        Twin<N>(update_all).learn_and_merge_to_the_end(k, values);
+        if (testing::Test::HasFailure()) return;
+    }
+}
+
+void compare_both(unsigned k, const std::vector<int>& values) {
+    compare<1>(k, values);
+    compare<2>(k, values);
+}
+
+// Few different values make ties and deltas that lie exactly on a center; wide ones make sums of
+// squares that no double holds exactly, so that every order of operations shows.
+TEST(FastLearnerTwin, EqualsThePlainOneOnSmallInputs) {
+    unsigned seed = 1;
+    for (const int limit : {1, 2, 3, 5, 10, 40, 200, 5000, 8388607, 2147483647})
+        for (const unsigned k : {1, 2, 3, 4, 5, 7, 10, 20})
+            for (int round = 0; round < 60 && !HasFailure(); ++round, ++seed)
+                compare_both(k, uniform_values(2 * (seed % 60), limit, seed));
+}
+
+TEST(FastLearnerTwin, EqualsThePlainOneOnLongInputs) {
+    unsigned seed = 1000000;
+    for (const int limit : {3, 8, 30, 300, 3000, 1000000})
+        for (const unsigned k : {1, 2, 9, 33, 80, 150, 200})
+            if (!HasFailure()) compare_both(k, uniform_values(600, limit, ++seed));
+}
+
+TEST(FastLearnerTwin, EqualsThePlainOneOnDeltasLikeThoseOfMusic) {
+    unsigned seed = 2000000;
+    for (const double scale : {2.0, 10.0, 60.0, 2000.0, 100000.0})
+        for (const unsigned k : {2, 20, 50, 150})
+            if (!HasFailure()) compare_both(k, audio_like_values(1024, scale, ++seed));
+}
+
+TEST(FastLearnerTwin, EqualsThePlainOneOnSortedInputs) {
+    unsigned seed = 3000000;
+    for (const int limit : {5, 50, 5000})
+        for (const unsigned k : {3, 17, 100}) {
+            std::vector<int> values = uniform_values(400, limit, ++seed);
+            std::sort(values.begin(), values.end());
+            if (!HasFailure()) compare_both(k, values);
+        }
+}
+
+}  // namespace
+}  // namespace vela::gvm::fast
