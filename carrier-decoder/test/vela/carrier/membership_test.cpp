@@ -7,7 +7,9 @@ namespace {
 
 using namespace api::channel::id;
 
-const CarrierRecipe& surround_5_1() { return *find_recipe(api::SpeakerLayout(0x3F)); }
+const CarrierRecipe& surround_5_1() {
+    return *find_recipe(api::SpeakerLayout(0x3F));
+}
 
 Block block_of(std::vector<ChannelId> channels, std::vector<Instruction> instructions) {
     Block block;
@@ -41,18 +43,30 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"Whole", {Left, LeftSurround, Center}, {{30, {2}}}, ""},
         Case{"LeavesSilentOnesOut", {Left, Center}, {{30, {2}}, {64, {LeftSurround, 5}}}, ""},
         Case{"OnlyTheLast", {Center}, {{30, {2}}}, ""},
-        Case{"OtherOrder", {Center, Left}, {{30, {2}}},
+        Case{"OtherOrder",
+             {Center, Left},
+             {{30, {2}}},
              "channel 0 does not belong there in this carrier"},
-        Case{"Stranger", {Left, Right}, {{30, {2}}},
+        Case{"Stranger",
+             {Left, Right},
+             {{30, {2}}},
              "channel 1 does not belong there in this carrier"},
-        Case{"AttenuatedStranger", {Left}, {{30, {2}}, {64, {Right, 5}}},
+        Case{"AttenuatedStranger",
+             {Left},
+             {{30, {2}}, {64, {Right, 5}}},
              "channel 1 is attenuated but does not belong in this carrier"},
         Case{"OtherLayout", {Left}, {{30, {1}}}, "the input layout has the code 1, not 2"},
-        Case{"NoLayout", {Left}, {{71, {255}}},
+        Case{"NoLayout",
+             {Left},
+             {{71, {255}}},
              "the instructions do not begin with the one input layout"},
-        Case{"LayoutTwice", {Left}, {{30, {2}}, {30, {2}}},
+        Case{"LayoutTwice",
+             {Left},
+             {{30, {2}}, {30, {2}}},
              "the instructions do not begin with the one input layout"},
-        Case{"NoInstructions", {Left}, {},
+        Case{"NoInstructions",
+             {Left},
+             {},
              "the instructions do not begin with the one input layout"}),
     [](const auto& param) { return param.param.name; });
 
