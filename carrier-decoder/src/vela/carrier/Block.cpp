@@ -14,7 +14,7 @@ std::uint32_t Block::group_scaler_ix() const {
     return scaler == nullptr ? 0 : scaler->operands[0];
 }
 
-std::uint32_t Block::attenuation_ix(api::channel::id::Value channel) const {
+std::uint32_t Block::attenuation_ix(ChannelId channel) const {
     for (const Instruction& instruction : instructions) {
         if (instruction.opcode == opcode::channel_attenuation &&
             instruction.operands[0] == channel) {

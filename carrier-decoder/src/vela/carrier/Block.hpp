@@ -10,8 +10,10 @@
 
 namespace vela::carrier {
 
+using ChannelId = api::channel::id::Value;
+
 /// Samples by channel, at 24-bit scale.
-using Channels = std::map<api::channel::id::Value, std::vector<int>>;
+using Channels = std::map<ChannelId, std::vector<int>>;
 
 /// The fixed fields of a record.
 struct Header {
@@ -23,8 +25,10 @@ struct Header {
     std::uint32_t rice_k = 0;           ///< 1 to 7 with indices, else 0
     std::uint32_t error_center_ix = 0;  ///< size class of the centers
     std::uint32_t nr_instruction_lists = 0;
-    std::uint32_t center_bits = 0;                  ///< sign included; 0 without centers
-    std::vector<api::channel::id::Value> channels;  ///< what is mixed, 1 to 3
+    std::uint32_t center_bits = 0;    ///< sign included; 0 without centers
+    std::vector<ChannelId> channels;  ///< what is mixed, 1 to 3
+
+    bool operator==(const Header&) const = default;
 };
 
 /// What one block of a carrier holds: its record, and the channels rebuilt with it.
@@ -49,9 +53,11 @@ struct Block {
     /// Scaler index of the whole group, 0 if it is not attenuated.
     [[nodiscard]] std::uint32_t group_scaler_ix() const;
     /// Scaler index of one channel, 0 if it is not attenuated, 255 if it is muted.
-    [[nodiscard]] std::uint32_t attenuation_ix(api::channel::id::Value channel) const;
+    [[nodiscard]] std::uint32_t attenuation_ix(ChannelId channel) const;
     /// `channels` with the attenuation of each taken back; a muted one stays silent.
     [[nodiscard]] Channels unattenuated() const;
+
+    bool operator==(const Block&) const = default;
 };
 
 }  // namespace vela::carrier

@@ -16,8 +16,6 @@ namespace vela::carrier {
 /// for each of them; one that a block leaves out as silent is compared with zeros.
 class Comparison {
 public:
-    using Id = api::channel::id::Value;
-
     /// Adds one block of one carrier.
     ///
     /// `members` are all channels that belong into that carrier, in the order in which they are
@@ -26,19 +24,19 @@ public:
     ///
     /// False, with the reason in `why`, if the block holds or attenuates a channel that is no
     /// member, holds its channels in another order, or if an original is missing.
-    [[nodiscard]] bool add(std::string& why, const Block& block, std::span<const Id> members,
+    [[nodiscard]] bool add(std::string& why, const Block& block, std::span<const ChannelId> members,
                            const Channels& originals, std::size_t start);
 
     /// Errors of the block that was added last, in the order of its members.
     [[nodiscard]] const std::vector<BlockError>& last() const { return last_; }
 
     /// Over all blocks, by channel.
-    [[nodiscard]] std::map<Id, Figures> figures() const;
+    [[nodiscard]] std::map<ChannelId, Figures> figures() const;
     /// Over all channels, each counting once.
     [[nodiscard]] Figures overall() const;
 
 private:
-    std::map<Id, Tally> tallies_;
+    std::map<ChannelId, Tally> tallies_;
     std::vector<BlockError> last_;
 };
 

@@ -17,7 +17,7 @@ Block block_of(const support::Mixed& mixed, const std::vector<std::array<int, 2>
     block.centers = centers;
     block.ixs = ixs;
     for (std::size_t i = 0; i < mixed.rebuilt.size(); ++i) {
-        block.header.channels.push_back(static_cast<api::channel::id::Value>(i));
+        block.header.channels.push_back(static_cast<ChannelId>(i));
     }
     return block;
 }

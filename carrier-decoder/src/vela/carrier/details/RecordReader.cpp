@@ -88,7 +88,7 @@ bool RecordReader::read_channels_() {
             ended = true;
             continue;
         }
-        const auto channel = static_cast<api::channel::id::Value>(id);
+        const auto channel = static_cast<ChannelId>(id);
         if (id >= api::channel::id::count) return refuse(why_, "there is no channel ", id);
         if (ended) return refuse(why_, "channel ", id, " stands behind an empty slot");
         if (std::ranges::find(channels, channel) != channels.end()) {
