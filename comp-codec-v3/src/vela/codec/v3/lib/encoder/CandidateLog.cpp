@@ -105,6 +105,14 @@ private:
     bool first_ = true;
 };
 
+void add_head(Line& line, const Group& group, std::uint64_t frame) {
+    line.add("frame", frame)
+        .add("carrier", group.frame.key.channel.short_name())
+        .add("b", group.nr_bitlines)
+        .add("prev_b", group.prev_bitlines)
+        .add("active", group.active.size());
+}
+
 void add_common(Line& line, const Group& group) {
     const bool scored = group.has_score;
     line.add("centers", nr_centers(group))
@@ -130,12 +138,8 @@ void CandidateLog::add(const Group& group, encode::Chain::Code code) {
     if (!out_.is_open()) return;
     const std::lock_guard lock(mutex_);
     Line line(out_);
-    line.add("frame", frame_)
-        .add("carrier", group.frame.key.channel.short_name())
-        .add("b", group.nr_bitlines)
-        .add("prev_b", group.prev_bitlines)
-        .add("active", group.active.size())
-        .add("start", group.trace.start);
+    add_head(line, group, frame_);
+    line.add("start", group.trace.start);
     add_common(line, group);
     line.add("learns", group.trace.learns)
         .add("fit", group.trace.fit)
@@ -152,12 +156,8 @@ void CandidateLog::add_winner(const Group& group) {
     if (!out_.is_open()) return;
     const std::lock_guard lock(mutex_);
     Line line(out_);
-    line.add("frame", frame_)
-        .add("carrier", group.frame.key.channel.short_name())
-        .add("b", group.nr_bitlines)
-        .add("prev_b", group.prev_bitlines)
-        .add("active", group.active.size())
-        .add("winner", true);
+    add_head(line, group, frame_);
+    line.add("winner", true);
     add_common(line, group);
     line.add("h_frame", hash(group.frame.samples()))
         .add("meta", or_not_due(group.meta))
