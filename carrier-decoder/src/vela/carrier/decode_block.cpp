@@ -4,6 +4,7 @@
 #include <vela/carrier/decode_block.hpp>
 #include <vela/carrier/details/RecordReader.hpp>
 #include <vela/carrier/details/refuse.hpp>
+#include <vela/carrier/marks.hpp>
 #include <vela/carrier/scale.hpp>
 #include <vela/carrier/unmix.hpp>
 
@@ -14,16 +15,7 @@ namespace {
 using details::refuse;
 using Samples = std::span<const int>;
 
-constexpr std::size_t row = 16;
-
-/// The 16 bits that stand on one of the lines 0 to 2 of the first 16 samples.
-std::uint32_t word_on_line(Samples samples, unsigned line) {
-    std::uint32_t word = 0;
-    for (const int x : samples.first(row)) {
-        word = word << 1 | (static_cast<std::uint32_t>(x) >> line & 1u);
-    }
-    return word;
-}
+constexpr std::size_t row = nr_marked_samples;
 
 bool check_samples(std::string& why, Samples samples) {
     const std::size_t n = samples.size();
@@ -36,7 +28,7 @@ bool check_samples(std::string& why, Samples samples) {
 }
 
 bool check_sync(std::string& why, Samples samples) {
-    if (word_on_line(samples, 0) != 0xFFFF) return refuse(why, "there is no sync word");
+    if (!has_sync_word(samples)) return refuse(why, "there is no sync word");
     for (std::size_t t = row; t < samples.size(); t += row) {
         if ((samples[t] & 1) != 0) return refuse(why, "line 0 of sample ", t, " is not empty");
     }
@@ -44,10 +36,9 @@ bool check_sync(std::string& why, Samples samples) {
 }
 
 bool check_crc(std::string& why, Samples samples) {
-    const std::uint32_t written = word_on_line(samples, 1);
-    const std::uint32_t computed = crc_of_block(samples);
-    if (written == computed) return true;
-    return refuse(why, "the checksum reads ", written, " but should be ", computed);
+    if (has_checksum(samples)) return true;
+    return refuse(why, "the checksum reads ", word_on_line(samples, 1), " but should be ",
+                  crc_of_block(samples));
 }
 
 /// The first 16 bits of the header lie on line 2 whatever the count of bit-lines, and tell it.

@@ -1,0 +1,36 @@
+#include <algorithm>
+#include <check/Originals.hpp>
+
+namespace check {
+
+bool Originals::open(std::string& why,
+                     const std::map<vela::carrier::ChannelId, vela::file::Name>& files,
+                     std::size_t block_size) {
+    block_size_ = block_size;
+    for (const auto& [id, file] : files) {
+        if (!tracks_[id].open(why, file, block_size)) return false;
+        if (tracks_[id].nr_channels() != 1) {
+            why = file.str() + ": is not mono";
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Originals::next(std::string& why) {
+    for (auto& [id, track] : tracks_) {
+        if (!track.next(why)) return false;
+        const auto samples = track.samples(0);
+        block_[id].assign(samples.begin(), samples.end());
+    }
+    return true;
+}
+
+std::uint64_t Originals::nr_blocks() const {
+    std::uint64_t shortest = tracks_.begin()->second.size();
+    for (const auto& [id, track] : tracks_)
+        shortest = std::min(shortest, track.size());
+    return std::max<std::uint64_t>(1, (shortest + block_size_ - 1) / block_size_);
+}
+
+}  // namespace check
