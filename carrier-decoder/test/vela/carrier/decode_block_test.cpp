@@ -69,6 +69,29 @@ INSTANTIATE_TEST_SUITE_P(Shapes, DecodeBlock,
                                     std::to_string(shape.nr_bitlines);
                          });
 
+TEST(DecodeBlock, KnowsThePlacesOfEverySizeClass) {
+    struct Class {
+        std::uint32_t nr_centers, ix, nr_slots;
+    };
+    for (const auto& [nr_centers, ix, nr_slots] :
+         {Class{8, 0, 8}, Class{9, 1, 10}, Class{16, 4, 16}, Class{17, 5, 20}, Class{60, 15, 60},
+          Class{61, 16, 64}, Class{65, 17, 72}, Class{600, 83, 600}, Class{601, 84, 632},
+          Class{632, 84, 632}, Class{633, 85, 648}, Class{649, 86, 664}}) {
+        SCOPED_TRACE(nr_centers);
+        Sample sample = make_sample(2, 1024, 14);
+        sample.record.error_center_ix = ix;
+        sample.record.nr_slots = nr_slots;
+        sample.record.rice_k = 7;
+        sample.record.centers.assign(nr_centers, {-9, 0});
+        sample.record.ixs.assign(1024, 0);
+        sample.record.ixs[5] = nr_centers - 1;
+        const Block block = decoded(sample.samples());
+        EXPECT_EQ(block.nr_center_slots, nr_slots);
+        EXPECT_EQ(block.centers, sample.record.centers);
+        EXPECT_EQ(block.ixs, sample.record.ixs);
+    }
+}
+
 TEST(DecodeBlock, TakesBackTheAttenuationOfTheGroupButNotThatOfAChannel) {
     Sample sample = make_sample(2, 256, 6);
     auto& list = sample.record.instructions;

@@ -51,6 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
              {Left, Right},
              {{30, {2}}},
              "channel 1 does not belong there in this carrier"},
+        Case{"Twice", {Left, Left}, {{30, {2}}}, "channel 0 does not belong there in this carrier"},
         Case{"AttenuatedStranger",
              {Left},
              {{30, {2}}, {64, {Right, 5}}},
