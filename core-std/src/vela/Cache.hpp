@@ -28,8 +28,8 @@ public:
         return *this;
     }
 
-    T& set(const T& value) { return replace_(value); }
-    T& set(T&& value) { return replace_(std::move(value)); }
+    T& set(const T& value) { return slot_.emplace(value); }
+    T& set(T&& value) { return slot_.emplace(std::move(value)); }
     void reset() { slot_.reset(); }
 
     [[nodiscard]] bool has_value() const { return slot_.has_value(); }
@@ -42,12 +42,6 @@ public:
     const T* operator->() const { return &*slot_; }
 
 private:
-    template <typename U>
-    T& replace_(U&& value) {
-        slot_.reset();
-        return slot_.emplace(std::forward<U>(value));
-    }
-
     std::optional<T> slot_;
 };
 

@@ -1,0 +1,77 @@
+#include <algorithm>
+#include <optional>
+#include <vector>
+#include <vela/AudioSource.hpp>
+
+namespace vela {
+
+template <typename T, typename K>
+bool AudioSource<T, K>::add(const K& key, const file::Name& filename) {
+    const auto [at, is_new] = inputs_.try_emplace(key);
+    if (is_new) at->second.filename = filename;
+    return at->second.filename == filename;
+}
+
+template <typename T, typename K>
+bool AudioSource<T, K>::prepare() {
+    std::optional<std::uint32_t> bits;
+    for (auto& [key, info] : inputs_) {
+        if (!open_(info)) return false;
+        const auto& format = *info.parser.format;
+        if (bits.value_or(format.bits_per_sample) != format.bits_per_sample) return false;
+        bits = format.bits_per_sample;
+        const auto count = static_cast<std::int32_t>(info.blocks.size());
+        nr_frames_ = nr_frames_ < 0 ? count : std::min(nr_frames_, count);
+    }
+    span_ = {0, static_cast<std::int64_t>(frame_size_)};
+    frames_left_ = frame_limit_;
+    bit_depth_ = bits.value_or(0);
+    return true;
+}
+
+template <typename T, typename K>
+bool AudioSource<T, K>::open_(Info& info) {
+    info.parser.block_size = frame_size_;
+    info.parser.offset = offset_;
+    if (!info.parser.parse(info.filename)) return false;
+    info.blocks = info.parser.blocks;
+    const std::uint32_t rate = info.parser.format->sample_rate;
+    if (sample_rate_ == 0) sample_rate_ = rate;
+    return sample_rate_ == rate;
+}
+
+template <typename T, typename K>
+bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
+    if (inputs_.empty() || frames_left_ == 0) return false;
+    for (auto& [key, info] : inputs_) {
+        const std::vector<T>* const samples = current_(info);
+        if (!samples) return false;
+        frames.goc(key, frame_size_, bit_depth_).set_data(samples->begin(), samples->end());
+    }
+    span = span_;
+    return true;
+}
+
+template <typename T, typename K>
+const std::vector<T>* AudioSource<T, K>::current_(Info& info) const {
+    if (!info.blocks.valid() || info.blocks.end() - info.blocks.begin() <= 0) return nullptr;
+    auto& block = info.blocks.begin();
+    // A block that cannot be read leaves the cache empty.
+    if (!block.cache) (void)block.parse_block_();
+    if (!block.cache || block.cache->channels.size() != 1) return nullptr;
+    auto& samples = block.cache->channels.front();
+    samples.resize(frame_size_);
+    return &samples;
+}
+
+template <typename T, typename K>
+void AudioSource<T, K>::pop_front() {
+    for (auto& [key, info] : inputs_)
+        if (info.blocks.valid()) ++info.blocks.begin();
+    span_ = {span_.stop, span_.stop + static_cast<std::int64_t>(frame_size_)};
+    if (frames_left_ > 0) --frames_left_;
+}
+
+template class AudioSource<int, api::ChannelVariant>;
+
+}  // namespace vela

@@ -1,0 +1,66 @@
+#include <chrono>
+#include <cstddef>
+#include <vela/dither/Pool.hpp>
+#include <vela/numeric/wrap.hpp>
+#include <vela/permutation/draw_uniform.hpp>
+
+namespace vela::dither {
+
+namespace {
+
+std::uint32_t clock_seed() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(now.count());
+}
+
+// Away from zero the sum saturates; both tests as selects, so that the loop has no branches.
+int add_noise(int x, int noise, int min, int max) {
+    int sum = numeric::wrap_add(x, noise);
+    if (x > 0 && numeric::wrap_sub(max, x) < noise) sum = max;
+    if (x < 0 && numeric::wrap_sub(min, x) > noise) sum = min;
+    return sum;
+}
+
+}  // namespace
+
+Pool::Pool(unsigned bits, int mean, unsigned long width, unsigned long size)
+    : rng_(clock_seed()),
+      mean_(mean),
+      rnds_(size),
+      max_(static_cast<int>((std::int64_t{1} << (width - 1)) - 1)),
+      min_(-max_ - 1) {
+    generate_pool_(bits);
+}
+
+void Pool::generate_pool_(unsigned bits) {
+    const auto draw = [&] {
+        return static_cast<int>(permutation::draw_uniform(rng_, 0, std::uint64_t{1} << bits));
+    };
+    for (int& noise : rnds_) {
+        const int u = draw();
+        const int v = draw();
+        noise = numeric::wrap_add(mean_, u - v);
+    }
+}
+
+// A frame that leaves less than two entries of the table over wraps the bound of the draw, so any
+// number may come out; what does not fit is brought back into the table.
+std::uint32_t Pool::generate_offset_in_rnds_(unsigned long count, unsigned long offset) const {
+    const auto last = static_cast<std::uint32_t>(rnds_.size() - count - 1 - stride_);
+    const auto fitting = static_cast<std::uint32_t>(rnds_.size() - count + 1);
+    const std::lock_guard lock(mutex_);
+    const auto drawn = static_cast<std::uint32_t>(permutation::draw_uniform(rng_, 0, last));
+    return (drawn + static_cast<std::uint32_t>(offset % stride_)) % fitting;
+}
+
+bool Pool::operator()(Range<int*> samples, unsigned long offset) const {
+    const std::size_t count = samples.size();
+    if (count > rnds_.size()) return false;
+    const int* const noise = rnds_.data() + generate_offset_in_rnds_(count, offset);
+    int* const x = samples.begin();
+    for (std::size_t i = 0; i < count; ++i)
+        x[i] = add_noise(x[i], noise[i], min_, max_);
+    return true;
+}
+
+}  // namespace vela::dither

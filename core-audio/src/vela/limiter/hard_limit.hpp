@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vela/audio/Frame.hpp>
+
+namespace vela::limiter {
+
+/// Clamps each sample to what a signed integer of that many bits holds.
+///
+/// 0 bits silences the frame; 32 bits leaves it as it is.  False, with nothing changed, for more.
+[[nodiscard]] bool hard_limit(audio::Frame& frame, unsigned bits);
+
+}  // namespace vela::limiter

@@ -1,0 +1,28 @@
+#include <vela/mix/deltas.hpp>
+#include <vela/mix/mix2.hpp>
+#include <vela/mix/mix3.hpp>
+
+namespace vela::mix {
+
+bool deltas(std::span<int> d, Samples x, Samples y) {
+    const std::size_t size = x.size();
+    if (size < 4 || y.size() != size || d.size() != size) return false;
+    d[0] = 0;
+    mix2::deltas<0>(d, x);
+    mix2::deltas<1>(d, y);
+    d[size - 1] = 0;
+    return true;
+}
+
+bool deltas(std::span<int> d, Samples x0, Samples x1, Samples x2) {
+    const std::size_t size = x0.size();
+    if (size < 6 || x1.size() != size || x2.size() != size || d.size() != 2 * size) return false;
+    mix3::deltas<0, 2, 4>(d, x0);
+    mix3::deltas<1, 1, 5>(d, x1);
+    mix3::deltas<2, 2, 4>(d, x2);
+    // Samples before the first anchor of their channel.
+    d[0] = d[1] = d[3] = 0;
+    return true;
+}
+
+}  // namespace vela::mix

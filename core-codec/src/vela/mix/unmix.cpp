@@ -1,0 +1,88 @@
+#include <algorithm>
+#include <vela/mix/mix3/Train.hpp>
+#include <vela/mix/unmix.hpp>
+#include <vela/numeric/wrap.hpp>
+
+namespace vela::mix {
+
+using numeric::wrap_add;
+using numeric::wrap_mul;
+using numeric::wrap_sub;
+
+namespace {
+
+/// The anchor on the other side of a mean.
+int mirrored(int anchor, int mean) {
+    return wrap_sub(wrap_mul(2, mean), anchor);
+}
+
+/// Everything that can be known before t = 3, and what follows from it: channel 0 up to its
+/// anchor at 3, channel 1 up to its anchor at 4.
+void start(std::span<int> y0, std::span<int> y1, std::span<int> y2, std::span<const int> seeds,
+           std::span<const int> m, std::span<const std::uint64_t> ixs, const Centers2& centers) {
+    const auto& [c00, c01] = centers[ixs[0]];
+    const auto& [c10, c11] = centers[ixs[1]];
+    const auto& [c20, c21] = centers[ixs[2]];
+    y1[0] = wrap_add(c00, seeds[0]);
+    y2[0] = wrap_add(c01, seeds[1]);
+    y0[0] = wrap_sub(wrap_sub(m[0], y1[0]), y2[0]);
+
+    const int step0 = wrap_sub(seeds[2], y0[0]);
+    y0[1] = wrap_add(seeds[2], c10);
+    y0[2] = wrap_add(wrap_add(seeds[2], wrap_mul(2, step0)), c20);
+    y0[3] = wrap_add(seeds[2], wrap_mul(3, step0));
+    y2[1] = wrap_add(c11, seeds[3]);
+    y1[1] = wrap_sub(wrap_sub(m[1], y2[1]), y0[1]);
+
+    const int step1 = wrap_sub(seeds[4], y1[1]);
+    y1[2] = wrap_add(seeds[4], c21);
+    y1[3] = wrap_add(seeds[4], wrap_mul(2, step1));
+    y1[4] = wrap_add(seeds[4], wrap_mul(3, step1));
+    y2[2] = wrap_sub(wrap_sub(m[2], y1[2]), y0[2]);
+}
+
+}  // namespace
+
+bool unmix(std::span<int> y0, std::span<int> y1, std::span<const int> seeds, std::span<const int> m,
+           std::span<const std::uint64_t> ixs, const Centers1& centers) {
+    const std::size_t size = m.size();
+    if (size < 3 || y0.size() != size || y1.size() != size || ixs.size() != size) return false;
+    if (seeds.size() != 2) return false;
+    y1[0] = wrap_add(seeds[0], centers[ixs[0]][0]);
+    y0[0] = wrap_sub(m[0], y1[0]);
+    y0[1] = wrap_add(seeds[1], centers[ixs[1]][0]);
+    y1[1] = wrap_sub(m[1], y0[1]);
+
+    // At even t y0 is anchored and the mix gives y1, at odd t the other way round.
+    int anchor0 = mirrored(y0[0], seeds[1]);
+    int anchor1 = y1[1];
+    for (std::size_t t = 2; t + 1 < size; ++t) {
+        y0[t] = anchor0;
+        y1[t] = wrap_sub(m[t], anchor0);
+        anchor1 = mirrored(anchor1, wrap_sub(y1[t], centers[ixs[t]][0]));
+        std::swap(y0, y1);
+        std::swap(anchor0, anchor1);
+    }
+    y0[size - 1] = anchor0;
+    y1[size - 1] = wrap_sub(m[size - 1], anchor0);
+    return true;
+}
+
+bool unmix(std::span<int> y0, std::span<int> y1, std::span<int> y2, std::span<const int> seeds,
+           std::span<const int> m, std::span<const std::uint64_t> ixs, const Centers2& centers) {
+    const std::size_t size = m.size();
+    if (size < 5 || y0.size() != size || y1.size() != size || y2.size() != size) return false;
+    if (ixs.size() != size || seeds.size() != 5) return false;
+    start(y0, y1, y2, seeds, m, ixs, centers);
+
+    mix3::Train<int*> train(&y0[2], &y1[2], &y2[2]);
+    std::size_t t = 3;
+    for (; t + 2 < size; ++t)
+        train.proceed<3>(t, m[t], centers[ixs[t]]);
+    train.proceed<2>(t, m[t], centers[ixs[t]]);
+    ++t;
+    train.proceed<1>(t, m[t], centers[ixs[t]]);
+    return true;
+}
+
+}  // namespace vela::mix

@@ -1,0 +1,23 @@
+#include <sys/types.h>
+
+#include <vela/file/String.hpp>
+
+namespace vela::file {
+
+String::String(const Name& name) : stream_(std::fopen(name.str().c_str(), "wb")) {}
+
+void String::append(std::string_view bytes) {
+    size_ += bytes.size();
+    if (stream_) std::fwrite(bytes.data(), 1, bytes.size(), stream_.get());
+}
+
+bool String::overwrite(std::uint64_t offset, std::string_view bytes) {
+    if (offset > size_ || bytes.size() > size_ - offset) return false;
+    // Where there is no going back (a pipe) the patch is lost, rather than put at the end.
+    if (!stream_ || fseeko(stream_.get(), static_cast<off_t>(offset), SEEK_SET) != 0) return true;
+    std::fwrite(bytes.data(), 1, bytes.size(), stream_.get());
+    fseeko(stream_.get(), 0, SEEK_END);
+    return true;
+}
+
+}  // namespace vela::file

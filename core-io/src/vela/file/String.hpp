@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+#include <vela/file/Name.hpp>
+
+namespace vela::file {
+
+/// An output file that is written from front to back, counts its bytes and can patch what it has
+/// written.
+///
+/// If the file cannot be created, nothing tells: writes are counted and lost.
+class String {
+public:
+    /// Creates the file, or empties the one that is there.
+    explicit String(const Name& name);
+
+    /// Bytes appended so far.
+    [[nodiscard]] std::uint64_t size() const { return size_; }
+
+    void append(std::string_view bytes);
+
+    /// Writes over bytes that were appended before.  False, and nothing is written, if they were
+    /// not: this makes no file longer.
+    bool overwrite(std::uint64_t offset, std::string_view bytes);
+
+private:
+    struct Close {
+        void operator()(std::FILE* stream) const { std::fclose(stream); }
+    };
+
+    std::unique_ptr<std::FILE, Close> stream_;
+    std::uint64_t size_ = 0;
+};
+
+}  // namespace vela::file

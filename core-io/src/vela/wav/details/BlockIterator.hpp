@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vela/Cache.hpp>
+#include <vela/file/Range.hpp>
+#include <vela/wav/Format.hpp>
+#include <vela/wav/details/BlockInfo.hpp>
+
+namespace vela::wav::details {
+
+/// Walks the blocks of a "data" chunk; a block is read when `parse_block_` is called.
+///
+///     data      |frame 0|frame 1|frame 2|frame 3|frame 4|        block_size 2: three blocks,
+///     blocks    |     index 0   |    index 1    |index 2|        the last one short
+///
+/// Iterators compare by `index` alone, and keep format and file alive by themselves.
+///
+/// Threads: iterators on one file may run on several threads.
+/// Compiled for samples of `int` and `file::Range` only.
+template <typename T, typename R>
+class BlockIterator {
+public:
+    std::shared_ptr<const Format> format;
+    /// The part of the chunk from this block on.
+    R data;
+    /// Samples per block and channel.
+    std::uint64_t block_size = 0;
+    /// Samples that a block shares with its successor; less than `block_size`.
+    std::uint64_t overlap = 0;
+    /// The sample frame of the file at which block 0 starts.
+    std::uint64_t offset = 0;
+    std::uint64_t index = 0;
+    /// The current block, once it was read.
+    Cache<BlockInfo<T>> cache;
+
+    /// Reads the current block into `cache`.
+    ///
+    /// False if the block is there already; if the width is none of 16, 24 and 32 bits; if a frame
+    /// is too short for its samples (a frame that is too long is fine, the rest is skipped); or if
+    /// the file cannot be read.  `cache` is then as it was.
+    bool parse_block_();
+
+    /// Goes on to the next block and drops the one that was read.
+    BlockIterator& operator++();
+
+    bool operator==(const BlockIterator& other) const { return index == other.index; }
+    /// Blocks from `other` to this one.
+    std::ptrdiff_t operator-(const BlockIterator& other) const {
+        return static_cast<std::ptrdiff_t>(index - other.index);
+    }
+
+private:
+    template <typename Tag>
+    bool read_();
+    template <typename Tag>
+    bool read_samples_(BlockInfo<T>& block, std::uint64_t frames) const;
+};
+
+extern template class BlockIterator<int, file::Range>;
+
+}  // namespace vela::wav::details

@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vela/thread/Pool.hpp>
+
+namespace vela::thread {
+namespace {
+
+constexpr unsigned long counts[] = {1, 2, 3, 16};
+
+TEST(Pool, KeepsItsNumberOfThreads) {
+    EXPECT_EQ(Pool(3).nr_threads(), 3u);
+    EXPECT_EQ(Pool(0).nr_threads(), 0u);
+}
+
+TEST(Pool, StopWithoutARoundReturnsAtOnce) {
+    Pool pool(2);
+    EXPECT_FALSE(pool.stop());
+    ASSERT_TRUE(pool.start([] { return false; }));
+    EXPECT_TRUE(pool.stop());
+    EXPECT_FALSE(pool.stop());
+}
+
+TEST(Pool, WithoutThreadsNothingRuns) {
+    Pool pool(0);
+    bool ran = false;
+    EXPECT_FALSE(pool.start([&] { return ran = true; }));
+    EXPECT_FALSE(pool.stop());
+    EXPECT_FALSE(ran);
+}
+
+TEST(Pool, DestructionWhileIdleJoinsAllThreads) {
+    for (const auto count : counts)
+        Pool pool(count);
+}
+
+TEST(Pool, DestructionStopsARound) {
+    std::atomic<int> inside = 0;
+    {
+        Pool pool(4);
+        ASSERT_TRUE(pool.start([&] {
+            ++inside;
+            std::this_thread::yield();
+            --inside;
+            return true;
+        }));
+    }
+    EXPECT_EQ(inside, 0);
+}
+
+TEST(Pool, ARoundThatRunsTakesNoOtherTask) {
+    Pool pool(2);
+    std::atomic<bool> second = false;
+    ASSERT_TRUE(pool.start([] { return true; }));
+    EXPECT_FALSE(pool.start([&] {
+        second = true;
+        return false;
+    }));
+    EXPECT_TRUE(pool.stop());
+    EXPECT_FALSE(second);
+}
+
+TEST(Pool, TheTaskIsDroppedWhenTheRoundEnds) {
+    Pool pool(2);
+    const auto captured = std::make_shared<int>(0);
+    ASSERT_TRUE(pool.start([captured] { return false; }));
+    ASSERT_TRUE(pool.stop());
+    EXPECT_EQ(captured.use_count(), 1);
+}
+
+// A thread that is done at once must not take up the same round again in place of a slow one.
+TEST(Pool, ATaskThatReturnsFalseAtOnceRunsOncePerThreadAndRound) {
+    for (const auto count : counts) {
+        SCOPED_TRACE(count);
+        Pool pool(count);
+        for (int round = 0; round < 200; ++round) {
+            std::mutex mutex;
+            std::map<std::thread::id, int> calls;
+            ASSERT_TRUE(pool.start([&] {
+                const std::lock_guard lock(mutex);
+                ++calls[std::this_thread::get_id()];
+                return false;
+            }));
+            ASSERT_TRUE(pool.stop());
+            ASSERT_EQ(calls.size(), count);
+            for (const auto& [id, times] : calls)
+                ASSERT_EQ(times, 1);
+        }
+    }
+}
+
+TEST(Pool, ThreadsThatStillGetTrueGoOnWhileOthersAreFinished) {
+    Pool pool(4);
+    std::atomic<int> finished = 0;
+    std::atomic<int> calls_after = 0;
+    ASSERT_TRUE(pool.start([&] {
+        if (finished < 3 && finished++ < 3) return false;
+        if (finished >= 3) ++calls_after;
+        return true;
+    }));
+    while (calls_after < 10)
+        std::this_thread::yield();
+    EXPECT_TRUE(pool.stop());
+}
+
+// A round hands out each piece of work once, whatever the threads do.
+TEST(Pool, ManyRoundsDoAllTheirWork) {
+    for (const auto count : counts) {
+        SCOPED_TRACE(count);
+        Pool pool(count);
+        for (int round = 0; round < 200; ++round) {
+            std::atomic<int> left = round % 20;
+            std::atomic<int> done = 0;
+            std::atomic<unsigned long> idle = 0;
+            ASSERT_TRUE(pool.start([&] {
+                if (left.fetch_sub(1) > 0) return ++done > 0;
+                ++idle;
+                return false;
+            }));
+            while (idle < count)
+                std::this_thread::yield();
+            ASSERT_TRUE(pool.stop());
+            ASSERT_EQ(done, round % 20);
+            ASSERT_EQ(idle, count);
+        }
+    }
+}
+
+TEST(Pool, StopComesBetweenTwoCallsOfATaskThatNeverEnds) {
+    Pool pool(3);
+    for (int round = 0; round < 100; ++round) {
+        std::atomic<int> inside = 0;
+        ASSERT_TRUE(pool.start([&] {
+            ++inside;
+            --inside;
+            return true;
+        }));
+        ASSERT_TRUE(pool.stop());
+        ASSERT_EQ(inside, 0);
+    }
+}
+
+}  // namespace
+}  // namespace vela::thread
