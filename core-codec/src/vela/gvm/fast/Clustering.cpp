@@ -6,13 +6,29 @@
 
 namespace vela::gvm::fast {
 
+namespace {
+
+template <typename T, std::size_t N>
+costs::Fixed<N> fixed(const Cluster<T, N>& cluster) {
+    costs::Fixed<N> fixed{{}, cluster.sum_sq, static_cast<double>(cluster.count), cluster.cost};
+    for (std::size_t i = 0; i < N; ++i)
+        fixed.sum[i] = cluster.sum[i];
+    return fixed;
+}
+
+}  // namespace
+
 template <typename T, std::size_t N>
 Clustering<T, N>::Clustering(std::size_t capacity, bool update_all_after_insert)
     : order_(capacity),
+      place_(capacity),
       storage_(capacity),
       update_all_after_insert_(update_all_after_insert),
-      capacity_(capacity) {
+      capacity_(capacity),
+      costs_(capacity + costs::padding),
+      other_costs_(capacity + costs::padding) {
     std::iota(order_.begin(), order_.end(), Position{0});
+    std::iota(place_.begin(), place_.end(), std::size_t{0});
 }
 
 template <typename T, std::size_t N>
@@ -60,7 +76,7 @@ bool Clustering<T, N>::process_second_(const Cluster& delta, Membership& members
     Cluster cluster = storage_.load(0);
     cluster.merge(delta);
     storage_.store(0, cluster);
-    storage_.dirty[0] = true;
+    mark_(0);
     return membership.assign(index, 0);
 }
 
@@ -72,32 +88,49 @@ bool Clustering<T, N>::process_next_(const Cluster& delta, Membership& membershi
         return membership.assign(index, c);
     };
 
-    Position nearest = 0;
-    T lowest_add = add_cost_(nearest, delta);
-    if (lowest_add == 0) return insert(nearest);
-    Position merge_from = 1;
-    goc_best_merge_(merge_from);
-    T lowest_merge = storage_.best_delta[merge_from];
-
-    for (std::size_t i = 0; i < nr_clusters_; ++i) {
-        const Position c = order_[i];
-        const T add_cost = add_cost_(c, delta);
-        // Rounding can bring another cost below 0; the exact hit is taken all the same.
-        if (add_cost == 0) return insert(c);
-        if (add_cost < lowest_add) nearest = c;
-        lowest_add = std::min(lowest_add, add_cost);
-        if (goc_best_merge_(c) != no_partner && storage_.best_delta[c] < lowest_merge) {
-            merge_from = c;
-            lowest_merge = storage_.best_delta[c];
-        }
-    }
+    compute_add_costs_(delta);
+    const auto [lowest_add, has_hit] = costs::functions<N>().lowest(costs_.data(), 0, nr_clusters_);
+    // Rounding can bring another cost below 0; the exact hit is taken all the same.
+    if (has_hit) return insert(find_exact_hit_());
+    renew_merges_();
 
     if (nr_clusters_ < capacity_) {
-        start_(delta, nearest, lowest_add);
+        start_(delta, first_by_size_(costs_, lowest_add, 0), lowest_add);
         return membership.assign(index, nr_clusters_ - 1);
     }
-    if (!(lowest_merge < lowest_add)) return insert(nearest);
-    return merge_and_start_(merge_from, delta, membership) && membership.assign(index, merge_from);
+    const T lowest_merge = lowest_merge_();
+    if (!(lowest_merge < lowest_add)) return insert(first_by_size_(costs_, lowest_add, 0));
+    const Position x = first_by_size_(storage_.best_delta, lowest_merge, 1);
+    return merge_and_start_(x, delta, membership) && membership.assign(index, x);
+}
+
+template <typename T, std::size_t N>
+void Clustering<T, N>::compute_add_costs_(const Cluster& delta) {
+    costs::functions<N>().with_partner(costs_.data(), storage_.columns(), 0, nr_clusters_,
+                                       fixed(delta));
+}
+
+/// The cluster that the delta lies on exactly: position 0 if it does, else the largest.  Merges of
+/// clusters larger than that one are renewed, others keep what they remember.
+template <typename T, std::size_t N>
+Position Clustering<T, N>::find_exact_hit_() {
+    if (costs_[0] == 0) return 0;
+    goc_best_merge_(1);
+    std::size_t i = 0;
+    for (; costs_[order_[i]] != 0; ++i)
+        goc_best_merge_(order_[i]);
+    return order_[i];
+}
+
+/// Of equals, the preferred position and then the largest cluster.  Position 0 has no merge.
+template <typename T, std::size_t N>
+Position Clustering<T, N>::first_by_size_(const std::vector<T>& values, T value,
+                                          Position preferred) {
+    if (values[preferred] == value) return preferred;
+    std::size_t i = 0;
+    while (values[order_[i]] != value || order_[i] < preferred)
+        ++i;
+    return order_[i];
 }
 
 /// Free positions stand in `order` at their own number, so that the new cluster is last in both.
@@ -116,7 +149,7 @@ void Clustering<T, N>::insert_(Position c, const Cluster& delta) {
     Cluster cluster = storage_.load(c);
     cluster.merge(delta);
     storage_.store(c, cluster);
-    storage_.dirty[c] = true;
+    mark_(c);
     bubble_up_(c);
     update_after_insert_(c);
 }
@@ -126,7 +159,7 @@ bool Clustering<T, N>::merge_and_start_(Position x, const Cluster& delta, Member
     const Position p = storage_.best_merge[x];
     absorb_(p, x);
     storage_.store(x, delta);
-    storage_.dirty[x] = true;
+    mark_(x);
     bubble_down_(x);
     update_after_merge_(p, x);
     return membership.append(x, p);
@@ -137,14 +170,15 @@ void Clustering<T, N>::absorb_(Position p, Position x) {
     Cluster cluster = storage_.load(p);
     cluster.merge(storage_.load(x));
     storage_.store(p, cluster);
-    storage_.dirty[p] = true;
+    mark_(p);
     bubble_up_(p);
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::merge_(Membership& membership) {
     if (nr_clusters_ < 2) return false;
-    const Position x = find_merge_from_();
+    renew_merges_();
+    const Position x = first_by_size_(storage_.best_delta, lowest_merge_(), 1);
     const Position p = storage_.best_merge[x];
     const auto last = static_cast<Position>(nr_clusters_ - 1);
     absorb_(p, x);
@@ -194,37 +228,33 @@ Position Clustering<T, N>::goc_best_merge_(Position c) {
     return storage_.best_merge[c];
 }
 
+/// Of equals, the lowest position.
 template <typename T, std::size_t N>
 void Clustering<T, N>::find_best_merge_for_(Position c) {
-    Position best = 0;
-    T best_delta = merge_cost_(c, 0);
-    for (Position partner = 1; partner < c; ++partner) {
-        const T delta = merge_cost_(c, partner);
-        if (delta < best_delta) {
-            best = partner;
-            best_delta = delta;
-        }
-    }
-    storage_.best_merge[c] = best;
-    storage_.best_delta[c] = best_delta;
+    costs::functions<N>().as_owner(other_costs_.data(), storage_.columns(), 0, c,
+                                   fixed(storage_.load(c)));
+    const T lowest = costs::functions<N>().lowest(other_costs_.data(), 0, c).value;
+    const auto best = std::find(other_costs_.begin(), other_costs_.end(), lowest);
+    storage_.best_merge[c] = static_cast<Position>(best - other_costs_.begin());
+    storage_.best_delta[c] = *best;
+}
+
+/// Searches again what a mark says is behind the truth.
+template <typename T, std::size_t N>
+void Clustering<T, N>::renew_merges_() {
+    if (!any_dirty_) return;
+    for (Position c = 1; c < nr_clusters_; ++c)
+        goc_best_merge_(c);
 }
 
 template <typename T, std::size_t N>
-Position Clustering<T, N>::find_merge_from_() {
-    Position merge_from = 1;
-    goc_best_merge_(merge_from);
-    for (std::size_t i = 0; i < nr_clusters_; ++i) {
-        const Position c = order_[i];
-        if (goc_best_merge_(c) == no_partner) continue;
-        if (storage_.best_delta[c] < storage_.best_delta[merge_from]) merge_from = c;
-    }
-    return merge_from;
+T Clustering<T, N>::lowest_merge_() const {
+    return costs::functions<N>().lowest(storage_.best_delta.data(), 1, nr_clusters_).value;
 }
 
 /// Renews the remembered merge of `x` if it is with `partner`, or makes it so if that is cheaper.
 template <typename T, std::size_t N>
-void Clustering<T, N>::offer_(Position x, Position partner) {
-    const T delta = merge_cost_(x, partner);
+void Clustering<T, N>::offer_(Position x, Position partner, T delta) {
     if (storage_.best_merge[x] != partner && !(storage_.best_delta[x] > delta)) return;
     storage_.best_merge[x] = partner;
     storage_.best_delta[x] = delta;
@@ -233,10 +263,12 @@ void Clustering<T, N>::offer_(Position x, Position partner) {
 template <typename T, std::size_t N>
 void Clustering<T, N>::update_after_insert_(Position c) {
     if (update_all_after_insert_) {
+        costs::functions<N>().with_partner(costs_.data(), storage_.columns(), c + 1, nr_clusters_,
+                                           fixed(storage_.load(c)));
         for (Position x = c + 1; x < nr_clusters_; ++x)
-            offer_(x, c);
+            offer_(x, c, costs_[x]);
         clear_dirty_();
-        storage_.dirty[c] = true;
+        mark_(c);
         return;
     }
     if (storage_.best_merge[c] != no_partner)
@@ -249,37 +281,50 @@ void Clustering<T, N>::update_after_insert_(Position c) {
 /// `a` absorbed what was at `b`, and `b` holds something else now.
 template <typename T, std::size_t N>
 void Clustering<T, N>::update_after_merge_(Position a, Position b) {
+    const auto& compute = costs::functions<N>().with_partner;
+    compute(costs_.data(), storage_.columns(), a + 1, nr_clusters_, fixed(storage_.load(a)));
+    compute(other_costs_.data(), storage_.columns(), b + 1, nr_clusters_, fixed(storage_.load(b)));
     for (Position x = a + 1; x < nr_clusters_; ++x) {
-        offer_(x, a);
-        if (x > b) offer_(x, b);
+        offer_(x, a, costs_[x]);
+        if (x > b) offer_(x, b, other_costs_[x]);
     }
     clear_dirty_();
-    storage_.dirty[a] = true;
-    storage_.dirty[b] = true;
+    mark_(a);
+    mark_(b);
+}
+
+template <typename T, std::size_t N>
+void Clustering<T, N>::mark_(Position c) {
+    storage_.dirty[c] = true;
+    any_dirty_ = true;
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::clear_dirty_() {
+    if (!any_dirty_) return;
+    any_dirty_ = false;
     std::fill(storage_.dirty.begin(), storage_.dirty.end(), std::uint8_t{false});
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::bubble_up_(Position c) {
-    std::size_t i = nr_clusters_ - 1;
-    while (i > 0 && order_[i] != c)
-        --i;
-    for (; i > 0 && storage_.count[c] > storage_.count[order_[i - 1]]; --i)
-        std::swap(order_[i], order_[i - 1]);
+    for (std::size_t i = place_[c]; i > 0 && storage_.count[c] > storage_.count[order_[i - 1]]; --i)
+        swap_places_(i, i - 1);
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::bubble_down_(Position c) {
     const std::size_t last = nr_clusters_ - 1;
-    std::size_t i = 0;
-    while (i < last && order_[i] != c)
-        ++i;
-    for (; i < last && storage_.count[c] < storage_.count[order_[i + 1]]; ++i)
-        std::swap(order_[i], order_[i + 1]);
+    for (std::size_t i = place_[c]; i < last && storage_.count[c] < storage_.count[order_[i + 1]];
+         ++i)
+        swap_places_(i, i + 1);
+}
+
+template <typename T, std::size_t N>
+void Clustering<T, N>::swap_places_(std::size_t i, std::size_t j) {
+    std::swap(order_[i], order_[j]);
+    place_[order_[i]] = i;
+    place_[order_[j]] = j;
 }
 
 template <typename T, std::size_t N>
@@ -302,7 +347,7 @@ bool Clustering<T, N>::get_centers(std::vector<Center>& centers) const {
     for (std::size_t i = 0; i < nr_clusters_; ++i)
         for (std::size_t axis = 0; axis < N; ++axis)
             centers[i][axis] = numeric::truncate_to_int32(storage_.sum[axis][order_[i]]) /
-                               storage_.count[order_[i]];
+                               static_cast<std::int32_t>(storage_.count[order_[i]]);
     return true;
 }
 

@@ -76,24 +76,36 @@ private:
 
     [[nodiscard]] T add_cost_(Position c, const Cluster& delta) const;
     [[nodiscard]] T merge_cost_(Position owner, Position partner) const;
+    void compute_add_costs_(const Cluster& delta);
+    [[nodiscard]] Position find_exact_hit_();
+    [[nodiscard]] Position first_by_size_(const std::vector<T>& values, T value,
+                                          Position preferred);
 
     Position goc_best_merge_(Position c);
     void find_best_merge_for_(Position c);
-    [[nodiscard]] Position find_merge_from_();
-    void offer_(Position x, Position partner);
+    void renew_merges_();
+    [[nodiscard]] T lowest_merge_() const;
+    void offer_(Position x, Position partner, T delta);
     void update_after_insert_(Position c);
     void update_after_merge_(Position a, Position b);
+    void mark_(Position c);
     void clear_dirty_();
 
     void bubble_up_(Position c);
     void bubble_down_(Position c);
     void move_last_to_(Position x);
 
-    std::vector<Position> order_;  // as long as the capacity; live clusters first
+    void swap_places_(std::size_t i, std::size_t j);
+
+    std::vector<Position> order_;     // as long as the capacity; live clusters first
+    std::vector<std::size_t> place_;  // of each position in `order`
     std::size_t nr_clusters_ = 0;
     Storage<T, N> storage_;
+    bool any_dirty_ = false;
     bool update_all_after_insert_;
     std::size_t capacity_;
+    std::vector<T> costs_;        // of the search in work, by position
+    std::vector<T> other_costs_;  // of a second cluster
 };
 
 }  // namespace vela::gvm::fast

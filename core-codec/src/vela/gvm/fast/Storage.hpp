@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 #include <vela/gvm/fast/Cluster.hpp>
+#include <vela/gvm/fast/costs.hpp>
 
 namespace vela::gvm::fast {
 
@@ -21,17 +22,17 @@ inline constexpr Position no_partner = std::numeric_limits<Position>::max();
 template <typename T, std::size_t N>
 struct Storage {
     explicit Storage(std::size_t size)
-        : sum_sq(size),
-          count(size),
-          cost(size),
+        : sum_sq(size + costs::padding),
+          count(size + costs::padding),
+          cost(size + costs::padding),
           best_merge(size, no_partner),
           best_delta(size),
           dirty(size) {
-        sum.fill(std::vector<T>(size));
+        sum.fill(std::vector<T>(size + costs::padding));
     }
 
     [[nodiscard]] Cluster<T, N> load(Position at) const {
-        Cluster<T, N> cluster{{}, sum_sq[at], count[at], cost[at]};
+        Cluster<T, N> cluster{{}, sum_sq[at], static_cast<std::int32_t>(count[at]), cost[at]};
         for (std::size_t i = 0; i < N; ++i)
             cluster.sum[i] = sum[i][at];
         return cluster;
@@ -46,6 +47,13 @@ struct Storage {
         cost[at] = cluster.cost;
     }
 
+    [[nodiscard]] costs::Columns<N> columns() const {
+        costs::Columns<N> columns{{}, sum_sq.data(), count.data(), cost.data()};
+        for (std::size_t i = 0; i < N; ++i)
+            columns.sum[i] = sum[i].data();
+        return columns;
+    }
+
     /// Takes the remembered merge and the mark along.
     void copy(Position from, Position to) {
         store(to, load(from));
@@ -54,9 +62,10 @@ struct Storage {
         dirty[to] = dirty[from];
     }
 
+    // Longer than the rest, since they are read in whole registers.
     std::array<std::vector<T>, N> sum;
     std::vector<T> sum_sq;
-    std::vector<std::int32_t> count;
+    std::vector<T> count;  ///< whole numbers, as reals because the costs divide by them
     std::vector<T> cost;
     std::vector<Position> best_merge;  ///< remembered partner, always at a lower position
     std::vector<T> best_delta;         ///< remembered cost of that merge
