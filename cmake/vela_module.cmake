@@ -64,3 +64,12 @@ function(vela_module name)
     target_link_libraries(${name}-bench PRIVATE ${name} benchmark::benchmark_main)
   endif()
 endfunction()
+
+# vela_threads_test(MODULE FILTER): the module's tests of that gtest filter as a CTest of its own with
+# the label "threads"; the target threads-tests builds all that these need.
+add_custom_target(threads-tests)
+function(vela_threads_test name filter)
+  add_test(NAME ${name}.threads COMMAND ${name}-test --gtest_filter=${filter} --gtest_brief=1)
+  set_tests_properties(${name}.threads PROPERTIES LABELS threads)
+  add_dependencies(threads-tests ${name}-test)
+endfunction()

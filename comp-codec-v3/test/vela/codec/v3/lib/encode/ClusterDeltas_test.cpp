@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include <vela/codec/v3/lib/encode/Chain.hpp>
+#include <vela/codec/v3/lib/encode/groups.hpp>
+
+namespace vela::codec::v3::encode {
+namespace {
+
+using Code = ClusterDeltas::Code;
+
+/// Two channels, up to their deltas.
+Group prepared(std::uint32_t b, std::size_t nr_samples = 512) {
+    Group group = group_of(b, {music(nr_samples, 1), music(nr_samples, 2)});
+    Chain chain;
+    EXPECT_TRUE(chain.detect_silence(group) && chain.rescaler(group) &&
+                chain.compute_deltas(group));
+    return group;
+}
+
+TEST(ClusterDeltas, ASingleChannelFitsWithoutClustering) {
+    Group group = group_of(3, {music(512, 1)});
+    ClusterDeltas stage;
+    EXPECT_EQ(stage(group), Code::ok);
+    EXPECT_TRUE(group.fits);
+    EXPECT_EQ(group.trace.learns, 0u);
+}
+
+TEST(ClusterDeltas, TakesAsManyCentersAsFit) {
+    Group group = prepared(8);
+    ClusterDeltas stage;
+    ASSERT_EQ(stage(group), Code::ok);
+    EXPECT_TRUE(group.fits);
+    EXPECT_LE(group.trace.need, group.trace.capacity);
+    EXPECT_EQ(group.trace.capacity, 8u * 512 - 511 / 16);
+    EXPECT_EQ(group.ixs.size(), 512u);
+
+    // One center more would have been too many, unless there was nothing more to try.
+    if (group.centers_1d.size() < 150 && group.trace.fit == 2) {
+        Group more = prepared(8);
+        more.centers_start_2 = more.centers_min =
+            static_cast<std::uint32_t>(group.centers_1d.size()) + 30;
+        ASSERT_EQ(stage(more), Code::ok);
+        EXPECT_FALSE(more.fits);
+    }
+}
+
+TEST(ClusterDeltas, ClimbsInStepsOf30WhileMuchRoomIsLeft) {
+    Group group = prepared(12);
+    group.centers_start_2 = 20;
+    group.centers_max = 100;
+    ClusterDeltas stage;
+    ASSERT_EQ(stage(group), Code::ok);
+    EXPECT_EQ(group.trace.learns, 4u) << "20, 50, 80, 100";
+    EXPECT_EQ(group.trace.fit, 3u) << "much is spare at the limit, and stays so";
+    EXPECT_TRUE(group.fits);
+}
+
+TEST(ClusterDeltas, AStartAboveTheLimitBeginsAtTheLimit) {
+    Group group = prepared(12);
+    group.centers_start_2 = 500;
+    group.centers_max = 40;
+    ClusterDeltas stage;
+    ASSERT_EQ(stage(group), Code::ok);
+    EXPECT_EQ(group.trace.learns, 1u);
+    EXPECT_LE(group.centers_1d.size(), 40u);
+}
+
+TEST(ClusterDeltas, ComesDownOneByOneAndStopsAtTheLowerLimit) {
+    Group group = prepared(3, 256);  // 753 bits, of which one center alone needs 784
+    group.centers_start_2 = 10;
+    group.centers_min = 4;
+    ClusterDeltas stage;
+    ASSERT_EQ(stage(group), Code::ok) << "not to fit is no failure";
+    EXPECT_FALSE(group.fits);
+    EXPECT_EQ(group.trace.learns, 7u) << "10 down to 4";
+    EXPECT_EQ(group.centers_1d.size(), 4u);
+}
+
+TEST(ClusterDeltas, FailsWithoutSamplesOrALearner) {
+    ClusterDeltas stage;
+    Group empty = group_of(5, {{}});
+    EXPECT_EQ(stage(empty), Code::failure);
+    Group group = prepared(8);
+    stage.settings.implementation = "slow";
+    EXPECT_EQ(stage(group), Code::failure);
+    group.deltas.resize(3 * 512);
+    stage.settings.implementation = "fast";
+    EXPECT_EQ(stage(group), Code::failure);
+}
+
+TEST(ClusterDeltas, BothImplementationsFitWithAndWithoutMerging) {
+    for (const char* const name : {"fast", "ref"})
+        for (const bool allow_merge : {false, true}) {
+            Group group = prepared(7);
+            group.centers_max = 40;
+            ClusterDeltas stage;
+            stage.settings.implementation = name;
+            stage.settings.allow_merge = allow_merge;
+            ASSERT_EQ(stage(group), Code::ok);
+            EXPECT_TRUE(group.fits);
+        }
+}
+
+TEST(ClusterDeltas, WhatTheFilterDropsIsNotClustered) {
+    Chain chain;
+    chain.start_frame();
+    Group best = group_of(8, {music(512, 1), music(512, 2)});
+    Group worse = group_of(9, {music(512, 1), music(512, 2)});
+    ASSERT_EQ(chain(best), Code::ok);
+    ASSERT_EQ(chain(worse), Code::ok);
+    ASSERT_LT(best.score, worse.score);
+    Group above = group_of(10, {music(512, 1), music(512, 2)});
+    EXPECT_EQ(chain(above), Code::filtered);
+    EXPECT_EQ(above.trace.learns, 0u);
+    chain.start_frame();
+    Group again = group_of(10, {music(512, 1), music(512, 2)});
+    EXPECT_EQ(chain(again), Code::ok) << "the next frame knows nothing of it";
+}
+
+}  // namespace
+}  // namespace vela::codec::v3::encode

@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <vela/codec/v3/lib/encode/Chain.hpp>
+#include <vela/codec/v3/lib/encode/groups.hpp>
+
+namespace vela::codec::v3::encode {
+namespace {
+
+using Code = Chain::Code;
+
+TEST(ComputeQuality, AnIdenticalChannelIsAtTheFloor) {
+    Group group = group_of(3, {{800, -1600, 2400, 8}});  // multiples of 2^3 survive the shift
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    EXPECT_EQ(group.dbrms[0], -144);
+    EXPECT_EQ(group.dbpeak[0], -144);
+    EXPECT_EQ(group.crest[0], 1);
+    EXPECT_NEAR(group.score, -144, 1e-9);
+}
+
+TEST(ComputeQuality, ErrorsAreThoseOfTheShift) {
+    Group group = group_of(4, {{1024 + 8, 1024 + 8, 1024 + 8, 1024}});
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    EXPECT_NEAR(group.dbpeak[0], 20 * std::log10(8.0 / 0x800000), 1e-9);
+    EXPECT_NEAR(group.dbrms[0], 10 * std::log10(48.0) - 20 * std::log10(8388608.0), 1e-9);
+    EXPECT_NEAR(group.crest[0], 8 / std::sqrt(48.0), 1e-9);
+}
+
+TEST(ComputeQuality, OfSilentGroupsTheFewestBitlinesWin) {
+    for (const std::uint32_t b : {3u, 7u, 12u}) {
+        Group group = group_of(b, {{0, 1, 0, -1}, {0, 0, 0, 0}});
+        Chain chain;
+        ASSERT_EQ(chain(group), Code::ok);
+        EXPECT_EQ(group.score, 0.01 * b);
+    }
+}
+
+TEST(ComputeQuality, ADroppedChannelCountsAgainstZeros) {
+    Group group = group_of(4, {{1600, -1600, 1600, -1600}, {16, 16, 16, 16}});
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    EXPECT_EQ(group.dbrms[0], -144);
+    EXPECT_NEAR(group.dbrms[1], 20 * std::log10(16.0 / 0x800000), 1e-9);
+}
+
+TEST(ComputeQuality, WhatDoesNotFitHasNoScore) {
+    Group group = group_of(3, {music(256, 1), music(256, 2)});
+    Chain chain;
+    chain.start_frame();
+    ASSERT_EQ(chain(group), Code::ok);
+    EXPECT_FALSE(group.fits);
+    EXPECT_FALSE(group.has_score);
+}
+
+TEST(ComputeQuality, RefusesSizesThatDisagree) {
+    Group group = group_of(8, {music(256, 1), music(256, 2)});
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    ASSERT_TRUE(group.has_score);
+    group.active.pop_back();
+    EXPECT_FALSE(ComputeQuality()(group));
+}
+
+}  // namespace
+}  // namespace vela::codec::v3::encode

@@ -1,0 +1,43 @@
+#include <gtest/gtest.h>
+
+#include <vela/codec/v3/lib/encode/Filter.hpp>
+#include <vela/codec/v3/lib/encode/groups.hpp>
+
+namespace vela::codec::v3::encode {
+namespace {
+
+Group scored(std::uint32_t b, double score) {
+    Group group = group_of(b, {{0, 0, 0, 0}});
+    group.score = score;
+    group.has_score = true;
+    return group;
+}
+
+TEST(Filter, LowerScoresAreBetterAndCarriersApart) {
+    Filter filter;
+    EXPECT_EQ(filter.check(scored(3, 0)), 0);
+    // A perfect group has -3000 dB.
+    ASSERT_TRUE(filter.update(scored(9, -3000)));
+    ASSERT_TRUE(filter.update(scored(5, -80)));
+    EXPECT_EQ(filter.check(scored(4, 0)), 2);
+    EXPECT_EQ(filter.check(scored(5, 0)), 0);
+
+    Group other = scored(4, 0);
+    other.frame.key = api::ChannelVariant(api::channel::Right);
+    EXPECT_EQ(filter.check(other), 0);
+}
+
+TEST(Filter, RefusesWhatHasNoScoreAndForgets) {
+    Filter filter;
+    Group group = scored(5, -80);
+    group.has_score = false;
+    EXPECT_FALSE(filter.update(group));
+
+    ASSERT_TRUE(filter.update(scored(9, -90)));
+    ASSERT_TRUE(filter.update(scored(5, -80)));
+    filter.clear();
+    EXPECT_EQ(filter.check(scored(4, 0)), 0);
+}
+
+}  // namespace
+}  // namespace vela::codec::v3::encode
