@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <iostream>
 #include <sstream>
-#include <type_traits>
 #include <vela/bnb/details/bytes.hpp>
 #include <vela/wav/FileWriter.hpp>
 #include <vela/wav/serialize.hpp>
