@@ -55,7 +55,8 @@ public:
     /// callers that is the end of their line.
     [[nodiscard]] bool pop_bracket(Strange& inner, std::string_view pair);
 
-    /// Takes leading white space, a sign and digits, as `strtoll` does.
+    /// Takes leading white space, a sign and digits, as `strtoll` does in the bases that it knows
+    /// (2 to 36; base 16 takes a leading "0x", too).
     ///
     /// Only 30 characters are looked at, so a longer number is cut there.  The 64-bit result is
     /// narrowed to `T` by dropping high bits: "300" is 44 in 8 bits, "-1" the largest unsigned.

@@ -89,17 +89,23 @@ bool FileWriter::add_as_(std::span<const Samples> channels) {
     char* to = bytes_.data();
     for (std::size_t i = 0; i < frames; ++i) {
         for (const auto& samples : channels) {
-            const int value = samples.begin()[i];
-            if (!fits<Tag>(value)) {
-                data_->append({bytes_.data(), to});
-                report_clipping<Tag>(value);
-                return false;
-            }
-            bnb::details::put_bytes(to, stored<Tag>(value), Tag(), bnb::LittleEndian_tag());
-            to += bnb::Traits<Tag>::width;
+            if (add_sample_<Tag>(to, samples.begin()[i])) continue;
+            data_->append({bytes_.data(), to});
+            return false;
         }
     }
     return data_->append(bytes_);
+}
+
+template <typename Tag>
+bool FileWriter::add_sample_(char*& to, int value) {
+    if (!fits<Tag>(value)) {
+        report_clipping<Tag>(value);
+        return false;
+    }
+    bnb::details::put_bytes(to, stored<Tag>(value), Tag(), bnb::LittleEndian_tag());
+    to += bnb::Traits<Tag>::width;
+    return true;
 }
 
 }  // namespace vela::wav

@@ -53,6 +53,9 @@ private:
     bool add_(std::span<const Samples> channels);
     template <typename Tag>
     bool add_as_(std::span<const Samples> channels);
+    /// Puts one sample at `to` and moves `to` behind it.  False, and told, if it does not fit.
+    template <typename Tag>
+    static bool add_sample_(char*& to, int value);
 
     Format format_;
     file::String file_;

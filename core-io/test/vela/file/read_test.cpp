@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <support/TempFile.hpp>
-#include <vela/file/exist.hpp>
 #include <vela/file/read.hpp>
 
 namespace vela::file {
@@ -28,19 +27,6 @@ TEST(Read, WhatIsNoFileGivesFalse) {
     EXPECT_FALSE(read(out, Name()));
     // A folder can be opened, but its length is nonsense.
     EXPECT_FALSE(read(out, Name(testing::TempDir())));
-}
-
-TEST(Exist, IsWhetherItOpens) {
-    EXPECT_TRUE(exist(TempFile("").name()));
-    EXPECT_FALSE(exist(TempFile().name()));
-    EXPECT_FALSE(exist(Name()));
-}
-
-TEST(Exist, AFileWithoutPermissionCountsAsAbsent) {
-    if (geteuid() == 0) GTEST_SKIP() << "nothing is unreadable for the super user";
-    const TempFile file("x");
-    std::filesystem::permissions(file.path(), std::filesystem::perms::none);
-    EXPECT_FALSE(exist(file.name()));
 }
 
 }  // namespace

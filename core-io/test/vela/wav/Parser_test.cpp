@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <random>
 #include <support/TempFile.hpp>
 #include <support/wav_bytes.hpp>
 #include <vela/wav/FileParser.hpp>
@@ -307,6 +308,28 @@ TEST(WavParser, CutShortAnywhereItIsRefused) {
             EXPECT_EQ(parser.parse(), size == data_chunk);
         }
     }
+}
+
+TEST(WavParser, NoDamagedHeaderBringsItDown) {
+    std::mt19937 random(33);
+    const std::string whole = wav_file(extensible_format(2, 24), ramp(20, 2));
+    const TempFile file;
+    FileParser<int> parser(file.name());
+    parser.block_size = 5;
+    std::size_t read = 0;
+    for (int round = 0; round < 500; ++round) {
+        std::string damaged = whole;
+        for (int i = 0; i < 3; ++i)
+            damaged[random() % 68] = static_cast<char>(random() % 3 == 0 ? 255 : random() % 4);
+        file.write(damaged);
+        const auto blocks = blocks_of(parser);
+        if (!blocks) continue;
+        ++read;
+        for (const auto& block : *blocks)
+            EXPECT_LE(block.stop - block.start, 5u);
+    }
+    EXPECT_GT(read, 0u) << "some damage is harmless";
+    EXPECT_LT(read, 500u);
 }
 
 TEST(WavParser, AFileThatShrinksWhileItIsReadFailsAtTheBlock) {
