@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <check/Originals.hpp>
 #include <check/Rebuilder.hpp>
 #include <check/damage.hpp>
@@ -34,6 +35,7 @@ private:
     bool decode_(Block& block, std::string& why, Lane& lane, std::span<const int> samples);
     void use_(Lane& lane, const Block& block);
     void finish_();
+    [[nodiscard]] std::size_t longest_() const;
 
     const Options& options_;
     Findings& findings_;
@@ -149,22 +151,29 @@ void Walk::use_(Lane& lane, const Block& block) {
 }
 
 void Walk::finish_() {
+    const std::size_t nr_blocks =
+        originals_.empty() ? longest_() : static_cast<std::size_t>(originals_.nr_blocks());
+    const char* const by = originals_.empty() ? "the longest carrier has" : "the originals make";
     for (Lane& lane : carriers_.lanes) {
         auto& report = lane.report;
         if (lane.nr_problem_blocks > nr_problems_told)
             report.add_problem(report.file.str() + ": " +
                                std::to_string(lane.nr_problem_blocks - nr_problems_told) +
                                " more blocks are not as they should be");
-        if (report.nr_blocks == 0 && report.problems.empty())
-            report.add_problem(report.file.str() + ": holds no samples");
-        if (!originals_.empty() && report.nr_blocks != originals_.nr_blocks())
+        if (report.nr_blocks != nr_blocks)
             report.add_problem(report.file.str() + ": holds " + std::to_string(report.nr_blocks) +
-                               " blocks, but the originals make " +
-                               std::to_string(originals_.nr_blocks()));
-        else if (report.nr_blocks != carriers_.lanes.front().report.nr_blocks)
-            report.add_problem(report.file.str() + ": is not as long as the other carriers");
+                               " blocks, but " + by + ' ' + std::to_string(nr_blocks));
+        else if (nr_blocks == 0 && report.problems.empty())
+            report.add_problem(report.file.str() + ": holds no samples");
         findings_.carriers.push_back(std::move(report));
     }
+}
+
+std::size_t Walk::longest_() const {
+    std::size_t longest = 0;
+    for (const Lane& lane : carriers_.lanes)
+        longest = std::max(longest, lane.report.nr_blocks);
+    return longest;
 }
 
 }  // namespace
