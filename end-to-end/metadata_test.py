@@ -172,6 +172,33 @@ class Metadata(unittest.TestCase):
             self.assertEqual(held[("OrbimixPreset", 5)], [0])
             self.assertEqual(held[("OrbimixPreset", 7)], [1])
 
+    def attenuations(self, layout, text):
+        with tempfile.TemporaryDirectory() as folder:
+            run = run_with(folder, layout, text, count=2 * FRAME_SIZE, options=("-a", "bitlines(8,9)"))
+            self.assertTrue(run.succeeded, run.process.stdout)
+            found = run.check()
+            self.assertEqual(problems_of(found), [])
+            return {key[1:]: frames for report in found["carriers"]
+                    for key, frames in instructions_of(found, report["carrier"]).items()
+                    if key[0] == "ChannelAttenuation"}
+
+    def test_of_two_attenuations_in_a_block_the_later_one_holds(self):
+        self.assertEqual(self.attenuations("lcr", "100 ATTN 0 3.0\n200 ATTN 0 6.0\n"), {(0, 60): [0, 1]})
+
+    def test_no_attenuation_is_not_sent(self):
+        self.assertEqual(self.attenuations("lcr", "0 ATTN 0 0\n"), {})
+
+    def test_channels_outside_the_input_layout_are_left_out(self):
+        self.assertEqual(self.attenuations("lcr", "0 ATTN 24 6.0\n0 ATTN 1 6.0\n"), {(1, 60): [0, 1]})
+
+    def test_all_loudness_of_a_block_is_taken_in(self):
+        with tempfile.TemporaryDirectory() as folder:
+            text = "10 ProgramLoudness(3) -23\n20 SpeechLoudness(3) -24\n30 ProgramLoudness(2) -22\n"
+            run = run_with(folder, "mono", text, count=2 * FRAME_SIZE)
+            held = instructions_of(run.check(), "Center")
+            self.assertEqual(held[("ProgramLoudness", loudness(120, 130))], [0])
+            self.assertEqual(held[("SpeechLoudness", loudness(110))], [1])
+
 
 if __name__ == "__main__":
     unittest.main()

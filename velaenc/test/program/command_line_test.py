@@ -254,6 +254,11 @@ class Encoding(Program):
                 self.assertRegex(file.read(), r"^(Time Spend: \d+\.\d{5}s\n){%d}$" % expected_lines)
         self.assertEqual(os.path.getsize(self.path("enc_C.wav")), 44 + 3 * 3 * 256)
 
+    def test_a_time_file_that_cannot_be_opened_is_no_failure(self):
+        self.write()
+        os.mkdir(self.path("encode_time.txt"))
+        self.assertEqual(self.encode().status, 0)
+
     def test_without_an_output_it_encodes_all_the_same(self):
         self.write()
         self.assertEqual(self.encode().status, 0)

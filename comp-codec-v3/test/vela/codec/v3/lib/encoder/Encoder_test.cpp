@@ -146,6 +146,17 @@ TEST(Encoder, WithoutACandidateThatFitsTheFrameFails) {
     EXPECT_FALSE(encoder->encode_one(out, frames_of(mono))) << "no range was set";
 }
 
+TEST(Encoder, WithoutAttenuationSamplesGoInAsTheyAre) {
+    const auto encoder = make(mono, mono, 3, 3);
+    const auto in = frames_of(mono);
+    const ChannelVariant center(api::channel::Center);
+    ASSERT_TRUE(encoder->set_attn(center, 1.0f));
+    Frames out;
+    ASSERT_TRUE(encoder->encode_one(out, in));
+    for (std::size_t t = 0; t < 256; ++t)
+        EXPECT_EQ(out.find(center)->samples()[t] >> 3, in.find(center)->samples()[t] >> 3);
+}
+
 TEST(Encoder, TheAttenuationLeavesTheInputAlone) {
     const auto encoder = make(mono, mono, 3, 3);
     const auto in = frames_of(mono);
