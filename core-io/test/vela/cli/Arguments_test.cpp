@@ -7,7 +7,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// A parser that notes what it was told: "help" for a switch, "threads=4" for an option.
+/// A parser that notes what it is given: "help" for a switch, "threads=4" for an option.
 class Recorder {
 public:
     Recorder() {

@@ -11,7 +11,7 @@ namespace check {
 
 /// What the command line asks for.
 struct Options {
-    std::size_t frame_size = 0;           ///< samples per block, as the encoder was told
+    std::size_t frame_size = 0;           ///< samples per block, as given to the encoder
     std::string layout;                   ///< input layout by name; empty: as the records say
     std::vector<vela::file::Name> files;  ///< mono carriers, or one interleaved file
     std::map<vela::carrier::ChannelId, vela::file::Name> originals;
