@@ -194,6 +194,22 @@ class BrokenWavs(unittest.TestCase):
             with self.subTest(count=count):
                 self.assertEqual(self.outcome(whole[:count]), at_chunk_ends.get(count, "refused"))
 
+    @unittest.skipUnless(shutil.which("sox"), "there is no sox")
+    def test_what_sox_writes(self):
+        subprocess.run(["sox", "-n", "-r", "48000", "-b", "24", "-c", "1", self.path, "synth", "0.02",
+                        "sine", "300"], check=True)
+        with open(self.path, "rb") as file:
+            start = file.read(80)
+        self.assertIn(b"\xfe\xff", start, "the extensible form")
+        self.assertIn(b"fact", start)
+        self.assertEqual(self.outcome(), "reads")
+
+    @unittest.skipUnless(shutil.which("ffmpeg"), "there is no ffmpeg")
+    def test_what_ffmpeg_writes(self):
+        subprocess.run(["ffmpeg", "-loglevel", "error", "-f", "lavfi", "-i", "sine=300:duration=0.02",
+                        "-c:a", "pcm_s24le", self.path], check=True)
+        self.assertEqual(self.outcome(), "reads")
+
     def test_a_folder(self):
         os.mkdir(self.path)
         self.assertEqual(self.outcome(), "refused")
