@@ -36,12 +36,22 @@ BitPlace place_of(std::size_t record_bit, unsigned nr_bitlines) {
             nr_bitlines - 1 - static_cast<unsigned>(rest % nr_bitlines)};
 }
 
+// Walks through the places: to ask `place_of` for each took four tenths of a whole check.
 std::vector<bool> read_record(std::span<const int> samples, unsigned nr_bitlines) {
-    std::vector<bool> bits(nr_record_bits(samples.size(), nr_bitlines));
-    for (std::size_t bit = 0; bit < bits.size(); ++bit) {
-        const BitPlace place = place_of(bit, nr_bitlines);
-        bits[bit] = (samples[place.sample] >> place.line & 1) != 0;
+    std::vector<bool> bits;
+    bits.reserve(nr_record_bits(samples.size(), nr_bitlines));
+    const auto take = [&](int x, unsigned from, unsigned to) {
+        for (unsigned line = from; line > to; --line)
+            bits.push_back((x >> (line - 1) & 1) != 0);
+    };
+    for (unsigned line = 0; line < 3; ++line) {
+        for (const int x : samples.first(row))
+            take(x, line + 1, line);
     }
+    for (const int x : samples.first(row))
+        take(x, nr_bitlines, 3);
+    for (std::size_t t = row; t < samples.size(); ++t)
+        take(samples[t], nr_bitlines, t % row == 0 ? 1 : 0);
     return bits;
 }
 

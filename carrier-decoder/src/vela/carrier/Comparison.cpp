@@ -30,7 +30,8 @@ bool Comparison::add(std::string& why, const Block& block, std::span<const Chann
     const std::vector<int> silence(block.nr_samples());
     for (const ChannelId channel : members) {
         const auto original = originals.find(channel);
-        if (original == originals.end()) return refuse(why, "there is no original ", channel);
+        if (original == originals.end())
+            return refuse(why, "there is no original of channel ", api::Channel::create(channel));
         const auto rebuilt = block.channels.find(channel);
         const BlockError error =
             error_of(stretch_of(original->second, start, block, channel),

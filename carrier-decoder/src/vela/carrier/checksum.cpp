@@ -1,3 +1,4 @@
+#include <array>
 #include <cstddef>
 #include <vela/carrier/checksum.hpp>
 
@@ -5,14 +6,27 @@ namespace vela::carrier {
 
 namespace {
 
-/// State after one more byte; bit by bit, so that no table can be wrong.
-std::uint32_t feed(std::uint32_t state, std::uint32_t byte) {
-    state ^= byte << 8;
+/// What a byte adds to the state, bit by bit as the checksum is defined.
+constexpr std::uint32_t divide(std::uint32_t byte) {
+    std::uint32_t state = byte << 8;
     for (int bit = 0; bit < 8; ++bit) {
         const bool carry = (state & 0x8000u) != 0;
         state = (state << 1 & 0xFFFFu) ^ (carry ? 0x1021u : 0u);
     }
     return state;
+}
+
+// Bit by bit, the checksum took a third of the time of a whole check.
+constexpr auto table = [] {
+    std::array<std::uint32_t, 256> out{};
+    for (std::uint32_t byte = 0; byte < out.size(); ++byte)
+        out[byte] = divide(byte);
+    return out;
+}();
+
+/// State after one more byte.
+std::uint32_t feed(std::uint32_t state, std::uint32_t byte) {
+    return (state << 8 & 0xFFFFu) ^ table[state >> 8 ^ byte];
 }
 
 std::uint16_t complement(std::uint32_t state) {

@@ -11,14 +11,16 @@ bool check_members(std::string& why, const Block& block, std::span<const Channel
     for (const ChannelId channel : block.header.channels) {
         from = std::find(from, members.end(), channel);
         if (from == members.end()) {
-            return refuse(why, "channel ", channel, " does not belong there in this carrier");
+            return refuse(why, "channel ", api::Channel::create(channel),
+                          " does not belong there in this carrier");
         }
         ++from;
     }
     for (const Instruction& instruction : block.instructions) {
         if (instruction.opcode != opcode::channel_attenuation) continue;
         if (std::ranges::find(members, instruction.operands[0]) == members.end()) {
-            return refuse(why, "channel ", instruction.operands[0],
+            return refuse(why, "channel ",
+                          api::Channel::create(static_cast<ChannelId>(instruction.operands[0])),
                           " is attenuated but does not belong in this carrier");
         }
     }
@@ -34,7 +36,8 @@ bool check_recipe(std::string& why, const Block& block, const CarrierRecipe& rec
     }
     const std::uint32_t code = list.front().operands[0];
     if (code != recipe.code) {
-        return refuse(why, "the input layout has the code ", code, ", not ", recipe.code);
+        return refuse(why, "the input layout has the code ", code, ", not ", recipe.code,
+                      ": the block belongs to another layout");
     }
     return check_members(why, block, group.active_members());
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vela/carrier/BitMap.hpp>
 
 #include "support/Writer.hpp"
@@ -53,6 +54,22 @@ TEST(BitMap, ReadsNegativeSamplesAsTheirBits) {
     const std::vector<int> samples(32, -1);
     const std::vector<bool> bits = read_record(samples, 4);
     EXPECT_EQ(bits, std::vector<bool>(4 * 32 - 1, true));
+}
+
+TEST(BitMap, ReadsEachBitAtItsPlace) {
+    std::mt19937 engine(1);
+    std::uniform_int_distribution<int> draw(-0x800000, 0x7FFFFF);
+    for (unsigned b = 3; b <= 16; ++b) {
+        std::vector<int> samples(1000);
+        for (int& x : samples)
+            x = draw(engine);
+        const std::vector<bool> bits = read_record(samples, b);
+        ASSERT_EQ(bits.size(), nr_record_bits(samples.size(), b));
+        for (std::size_t bit = 0; bit < bits.size(); ++bit) {
+            const BitPlace place = place_of(bit, b);
+            ASSERT_EQ(bits[bit], (samples[place.sample] >> place.line & 1) != 0) << b << ' ' << bit;
+        }
+    }
 }
 
 }  // namespace

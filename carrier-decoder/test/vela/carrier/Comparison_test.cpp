@@ -74,17 +74,17 @@ TEST(Comparison, RefusesBlocksOfAnotherCarrier) {
     std::string why;
     const std::vector<ChannelId> backwards = {Right, Left};
     EXPECT_FALSE(comparison.add(why, block_of({{Center, zeros}}), backwards, originals, 0));
-    EXPECT_EQ(why, "channel 2 does not belong there in this carrier");
+    EXPECT_EQ(why, "channel Center does not belong there in this carrier");
     EXPECT_FALSE(
         comparison.add(why, block_of({{Left, zeros}, {Right, zeros}}), backwards, originals, 0));
-    EXPECT_EQ(why, "channel 1 does not belong there in this carrier");
+    EXPECT_EQ(why, "channel Right does not belong there in this carrier");
     Block attenuated = block_of({{Left, zeros}});
     attenuated.instructions = {{opcode::channel_attenuation, {LFE, 1}}};
     EXPECT_FALSE(comparison.add(why, attenuated, backwards, originals, 0));
-    EXPECT_EQ(why, "channel 3 is attenuated but does not belong in this carrier");
+    EXPECT_EQ(why, "channel LFE is attenuated but does not belong in this carrier");
     const std::vector<ChannelId> more = {Left, Top};
     EXPECT_FALSE(comparison.add(why, block_of({{Left, zeros}}), more, originals, 0));
-    EXPECT_EQ(why, "there is no original 12");
+    EXPECT_EQ(why, "there is no original of channel Top");
 }
 
 }  // namespace
