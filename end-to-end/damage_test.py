@@ -82,14 +82,34 @@ class Damage(unittest.TestCase):
         write_16_bits(self.left, self.samples)
         self.assertIn("converted to 16 bits", self.problems()[0])
 
-    def test_changed_everywhere(self):
+    def test_cut_in_the_middle(self):
+        problems = self.after(self.samples[:1000] + self.samples[1010:])
+        self.assertIn(": block 3: ", problems[0])
+        self.assertIn("blocks go on at sample 1014, as if 10 samples were missing", problems[0])
+
+    def test_changed_in_level(self):
+        for gain, told in ((10 ** -0.3, "-6.00"), (0.97, "-0.26"), (10 ** 0.015, "+0.30"), (2, "+6.02")):
+            self.assertIn(f"changed in level, by {told} dB",
+                          self.after([round(x * gain) for x in self.samples])[0])
+
+    def test_dithered_again(self):
         engine = random.Random(2)
-        for changed in ([x // 2 for x in self.samples],
-                        [round(x * 0.97) for x in self.samples],
-                        [x + engine.randint(-1, 1) for x in self.samples],
-                        [(a + b) // 2 for a, b in zip(self.samples, self.samples[1:] + [0])]):
-            self.assertIn("resampled, changed in level, dithered again or written with another frame "
-                          "size", self.after(changed)[0])
+        self.assertIn("it was dithered again",
+                      self.after([x + engine.randint(-1, 1) for x in self.samples])[0])
+
+    def test_filtered(self):
+        self.assertIn("it was resampled, filtered", self.after(
+            [(a + b) // 2 for a, b in zip(self.samples, self.samples[1:] + [0])])[0])
+
+    def test_another_sample_rate(self):
+        write_wav(self.left, self.samples, rate=44100)
+        self.assertIn("has 44100 Hz, but the originals have 48000 Hz: it was resampled",
+                      self.problems()[0])
+
+    def test_blocks_of_another_carrier(self):
+        right = read_samples(self.run_.carrier("R"))
+        self.assertIn(": block 2: channel Right does not belong there in this carrier", self.after(
+            self.samples[:512] + right[512:768] + self.samples[768:])[0])
 
     def test_carriers_exchanged(self):
         right = self.run_.carrier("R")

@@ -16,23 +16,23 @@ bool is_frame_size(std::size_t size) {
 }  // namespace
 
 const char* Options::usage() {
-    return "carrier-check --frame-size N [OPTION...] FILE...\n"
-           "\n"
-           "Finds, parses and verifies every block of carriers that velaenc wrote: mono files, "
-           "one\n"
-           "per carrier channel, or one interleaved file with --layout.  Exit status 0 only if "
-           "all\n"
-           "is well, 1 if anything is not, 2 if the command line cannot be used.\n"
-           "\n"
-           "  --frame-size N         samples per block, as given to velaenc -f\n"
-           "  --layout NAME          input layout, such as 9.1\n"
-           "  --original NAME=FILE   compare the rebuilt channel with this mono file; once for "
-           "each\n"
-           "  --rebuild PREFIX       write the rebuilt channels as 24-bit WAV, PREFIX + name + "
-           ".wav\n"
-           "  --json                 print the findings for machines\n"
-           "  --verbose              print a line per block\n"
-           "  --help                 print this\n";
+    return R"(carrier-check --frame-size N [OPTION...] FILE...
+
+Finds, parses and verifies every block of carriers that velaenc wrote: mono files, one per
+carrier channel, or one interleaved file with --layout.  Which channel a mono file carries shows
+by what it holds, or by the end of its name.
+
+  --frame-size N         samples per block, as given to velaenc -f
+  --layout NAME          input layout, such as 9.1; without it, as the records say
+  --original NAME=FILE   compare the rebuilt channel with this mono file; once for each channel.
+                         Carriers must be as long as the originals make them.
+  --rebuild PREFIX       write the rebuilt channels as 24-bit WAV: PREFIX + name + .wav
+  --json                 print the findings for machines
+  --verbose              print a line per block
+  --help                 print this
+
+Exit status: 0 only if all is well, 1 if anything is not, 2 if the command line cannot be used.
+)";
 }
 
 bool Options::parse(std::string& why, const std::vector<std::string>& arguments) {
@@ -43,7 +43,7 @@ bool Options::parse(std::string& why, const std::vector<std::string>& arguments)
             verbose = true;
         else if (*at == "--help")
             help = true;
-        else if (!at->starts_with("--"))
+        else if (!at->starts_with('-'))
             files.emplace_back(*at);
         else if (const auto& name = *at; ++at == arguments.end())
             return why = name + " needs a value", false;

@@ -9,10 +9,11 @@ bool Originals::open(std::string& why,
     block_size_ = block_size;
     for (const auto& [id, file] : files) {
         if (!tracks_[id].open(why, file, block_size)) return false;
-        if (tracks_[id].nr_channels() != 1) {
-            why = file.str() + ": is not mono";
-            return false;
-        }
+        if (tracks_[id].nr_channels() != 1)
+            why = file.str() + ": is not mono, as an original must be";
+        else if (tracks_[id].sample_rate() != *sample_rate())
+            why = file.str() + ": has another sample rate than the other originals";
+        if (!why.empty()) return false;
     }
     return true;
 }
@@ -24,6 +25,11 @@ bool Originals::next(std::string& why) {
         block_[id].assign(samples.begin(), samples.end());
     }
     return true;
+}
+
+std::optional<std::uint32_t> Originals::sample_rate() const {
+    if (tracks_.empty()) return std::nullopt;
+    return tracks_.begin()->second.sample_rate();
 }
 
 std::uint64_t Originals::nr_blocks() const {

@@ -3,6 +3,7 @@
 #include <check/Track.hpp>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 #include <vela/carrier/Block.hpp>
@@ -12,7 +13,8 @@ namespace check {
 /// The channels that went into the encoder, block by block.
 class Originals {
 public:
-    /// False, with one sentence in `why`, if a file cannot be read or is not mono.
+    /// False, with one sentence in `why`, if a file cannot be read, is not mono, or has another
+    /// sample rate than the others.
     [[nodiscard]] bool open(std::string& why,
                             const std::map<vela::carrier::ChannelId, vela::file::Name>& files,
                             std::size_t block_size);
@@ -24,7 +26,10 @@ public:
     [[nodiscard]] const vela::carrier::Channels& block() const { return block_; }
 
     [[nodiscard]] bool empty() const { return tracks_.empty(); }
-    /// Blocks that the encoder makes of them: it stops with the shortest file.
+    /// Of the first of them; nothing if there are none.
+    [[nodiscard]] std::optional<std::uint32_t> sample_rate() const;
+    /// Blocks that the encoder makes of them: it stops with the shortest file, fills the last block
+    /// with zeros, and makes one even of nothing.
     [[nodiscard]] std::uint64_t nr_blocks() const;
 
 private:

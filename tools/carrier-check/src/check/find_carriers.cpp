@@ -14,15 +14,20 @@ namespace {
 using vela::CarrierRecipe;
 using vela::carrier::Block;
 
-std::optional<Block> first_block(const vela::file::Name& file, std::size_t channel,
-                                 std::size_t frame_size) {
+// So many blocks may be damaged at the front until a carrier is known by its name alone.
+constexpr std::size_t nr_blocks_tried = 8;
+
+/// The first block of a mono file that decodes.
+std::optional<Block> first_block(const vela::file::Name& file, std::size_t frame_size) {
     Track track;
-    Block block;
     std::string why;
-    const bool decoded = track.open(why, file, frame_size) && track.next(why) &&
-                         channel < track.nr_channels() &&
-                         vela::carrier::decode_block(block, why, track.samples(channel));
-    return decoded ? std::optional(block) : std::nullopt;
+    if (!track.open(why, file, frame_size)) return std::nullopt;
+    for (std::size_t i = 0; i < nr_blocks_tried && track.next(why); ++i) {
+        Block block;
+        if (track.samples(0).empty()) break;
+        if (vela::carrier::decode_block(block, why, track.samples(0))) return block;
+    }
+    return std::nullopt;
 }
 
 const CarrierRecipe* recipe_of(const Block& block) {
@@ -45,7 +50,7 @@ bool find_named_recipe(const CarrierRecipe*& out, std::string& why, const std::s
 const CarrierRecipe* recorded_recipe(const std::vector<std::shared_ptr<Track>>& tracks,
                                      std::size_t frame_size) {
     for (const auto& track : tracks)
-        if (const auto block = first_block(track->name(), 0, frame_size))
+        if (const auto block = first_block(track->name(), frame_size))
             if (const auto* const recipe = recipe_of(*block)) return recipe;
     return nullptr;
 }
@@ -57,25 +62,55 @@ bool may_hold(const CarrierRecipe::Group& group, const Block& block) {
     });
 }
 
-std::size_t length_of_named_end(const std::string& stem, const CarrierRecipe::Group& group) {
-    const std::string name = vela::api::Channel::create(group.carrier).short_name();
-    return stem.ends_with(name) ? name.size() : 0;
+/// Short names of a channel in both schemas, since file names follow that of the encoder's run.
+std::vector<std::string> short_names(vela::carrier::ChannelId id) {
+    std::vector<std::string> out;
+    for (const char* const schema : {"NHK", "vela"}) {  // ends with the one that is in force
+        if (vela::api::Channel::set_naming_schema(schema))
+            out.emplace_back(vela::api::Channel::create(id).short_name());
+    }
+    return out;
 }
 
-const CarrierRecipe::Group* group_of(const CarrierRecipe& recipe, const vela::file::Name& file,
-                                     std::size_t frame_size) {
-    const auto block = first_block(file, 0, frame_size);
+std::size_t length_of_named_end(const std::string& stem, const CarrierRecipe::Group& group) {
+    std::size_t longest = 0;
+    for (const auto& name : short_names(group.carrier))
+        if (stem.ends_with(name)) longest = std::max(longest, name.size());
+    return longest;
+}
+
+/// The group whose carrier the file is named after; null if there is none.
+const CarrierRecipe::Group* named_group(const std::vector<const CarrierRecipe::Group*>& possible,
+                                        const vela::file::Name& file) {
+    const std::string stem = std::filesystem::path(file.str()).stem().string();
+    const CarrierRecipe::Group* best = nullptr;
+    std::size_t longest = 0;
+    for (const auto* const group : possible) {
+        const std::size_t length = length_of_named_end(stem, *group);
+        if (length <= longest) continue;  // of two names that fit, the longer is meant
+        longest = length;
+        best = group;
+    }
+    return best;
+}
+
+bool find_group(const CarrierRecipe::Group*& out, std::string& why, const CarrierRecipe& recipe,
+                const vela::file::Name& file, std::size_t frame_size) {
+    const auto block = first_block(file, frame_size);
     std::vector<const CarrierRecipe::Group*> possible;
     for (const auto& group : recipe.groups)
         if (!block || may_hold(group, *block)) possible.push_back(&group);
-    if (possible.size() == 1) return possible.front();
-
-    const std::string stem = std::filesystem::path(file.str()).stem().string();
-    const CarrierRecipe::Group* best = nullptr;
-    for (const auto* const group : possible)
-        if (length_of_named_end(stem, *group) > (best ? length_of_named_end(stem, *best) : 0))
-            best = group;
-    return best;
+    if (possible.empty()) {
+        why = file.str() + ": holds channels that no carrier of " +
+              vela::SpeakerLayout(recipe.input).names().front() + " holds together";
+        return false;
+    }
+    out = possible.size() == 1 ? possible.front() : named_group(possible, file);
+    if (!out)
+        why = file.str() +
+              ": cannot tell which carrier channel this is; let its name end in the channel's "
+              "short name";
+    return out != nullptr;
 }
 
 Lane make_lane(const std::shared_ptr<Track>& track, std::size_t channel,
@@ -86,19 +121,18 @@ Lane make_lane(const std::shared_ptr<Track>& track, std::size_t channel,
     return lane;
 }
 
-void add_mono_lanes(Carriers& carriers, const std::vector<std::shared_ptr<Track>>& tracks,
-                    const Options& options) {
-    for (const auto& track : tracks) {
-        const auto* const group =
-            carriers.recipe ? group_of(*carriers.recipe, track->name(), options.frame_size)
-                            : nullptr;
-        Lane lane = make_lane(track, 0, group);
-        if (carriers.recipe && !group)
-            lane.report.add_problem(track->name().str() +
-                                    ": cannot tell which carrier channel this is; let its name end "
-                                    "in the channel's short name");
-        carriers.lanes.push_back(std::move(lane));
-    }
+void add_mono_lane(Carriers& carriers, const std::shared_ptr<Track>& track,
+                   std::size_t frame_size) {
+    const CarrierRecipe::Group* group = nullptr;
+    std::string why;
+    if (track->nr_channels() != 1)
+        why = track->name().str() + ": holds " + std::to_string(track->nr_channels()) +
+              " channels; of several files each must be mono";
+    else if (carriers.recipe)
+        (void)find_group(group, why, *carriers.recipe, track->name(), frame_size);
+    Lane lane = make_lane(track, 0, group);
+    if (!why.empty()) lane.report.add_problem(why);
+    carriers.lanes.push_back(std::move(lane));
 }
 
 void add_interleaved_lanes(Findings& findings, Carriers& carriers,
@@ -149,7 +183,8 @@ Carriers find_carriers(Findings& findings, const Options& options) {
         findings.problems.push_back(why);
         return carriers;
     }
-    const bool interleaved = tracks.size() == 1 && tracks.front()->nr_channels() > 1;
+    const bool interleaved =
+        options.files.size() == 1 && tracks.size() == 1 && tracks.front()->nr_channels() > 1;
     if (interleaved && !carriers.recipe) {
         findings.problems.push_back(tracks.front()->name().str() +
                                     ": an interleaved file needs --layout");
@@ -157,10 +192,12 @@ Carriers find_carriers(Findings& findings, const Options& options) {
     }
     if (!carriers.recipe) carriers.recipe = recorded_recipe(tracks, options.frame_size);
 
-    if (interleaved)
+    if (interleaved) {
         add_interleaved_lanes(findings, carriers, tracks.front());
-    else
-        add_mono_lanes(carriers, tracks, options);
+    } else {
+        for (const auto& track : tracks)
+            add_mono_lane(carriers, track, options.frame_size);
+    }
     refuse_twins(findings, carriers);
     std::ranges::stable_sort(carriers.lanes, {},
                              [](const Lane& lane) { return lane.report.carrier; });
