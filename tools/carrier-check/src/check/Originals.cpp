@@ -11,6 +11,8 @@ bool Originals::open(std::string& why,
         if (!tracks_[id].open(why, file, block_size)) return false;
         if (tracks_[id].nr_channels() != 1)
             why = file.str() + ": is not mono, as an original must be";
+        else if (tracks_[id].bits_per_sample() != 24)
+            why = file.str() + ": has not the 24 bits that the encoder takes";
         else if (tracks_[id].sample_rate() != *sample_rate())
             why = file.str() + ": has another sample rate than the other originals";
         if (!why.empty()) return false;

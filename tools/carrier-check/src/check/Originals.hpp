@@ -13,8 +13,8 @@ namespace check {
 /// The channels that went into the encoder, block by block.
 class Originals {
 public:
-    /// False, with one sentence in `why`, if a file cannot be read, is not mono, or has another
-    /// sample rate than the others.
+    /// False, with one sentence in `why`, if a file cannot be read, is not mono, has other than 24
+    /// bits, or another sample rate than the others.
     [[nodiscard]] bool open(std::string& why,
                             const std::map<vela::carrier::ChannelId, vela::file::Name>& files,
                             std::size_t block_size);

@@ -12,9 +12,8 @@ using vela::carrier::ChannelId;
 using vela::carrier::Figures;
 
 std::string name_of(ChannelId id) {
-    std::ostringstream name;
-    name << Channel::create(id);
-    return name.str();
+    const char* const name = Channel::create(id).full_name();
+    return name ? name : "unknown";
 }
 
 template <typename T>
@@ -44,6 +43,18 @@ void print_instructions(std::ostream& out, const CarrierReport& carrier) {
             out << ' ' << operand;
         out << " in frames " << runs_of(frames) << '\n';
     }
+}
+
+void print_quality(std::ostream& out, const vela::carrier::Comparison& comparison) {
+    if (comparison.figures().empty()) return;  // no block could be compared
+    for (const auto& [id, figures] : comparison.figures())
+        print_figures(out, "Quality metrics: {channel: " + name_of(id) + '}', figures);
+    print_figures(out, "Quality metrics for all channels:", comparison.overall());
+}
+
+void print_problems(std::ostream& out, const std::vector<std::string>& problems) {
+    for (const auto& problem : problems)
+        out << "PROBLEM: " << problem << '\n';
 }
 
 std::string quoted(const std::string& text) {
@@ -124,16 +135,10 @@ void print_text(std::ostream& out, const Findings& findings) {
     out << "Instructions:\n";
     for (const auto& carrier : findings.carriers)
         print_instructions(out, carrier);
-    if (findings.comparison) {
-        for (const auto& [id, figures] : findings.comparison->figures())
-            print_figures(out, "Quality metrics: {channel: " + name_of(id) + '}', figures);
-        print_figures(out, "Quality metrics for all channels:", findings.comparison->overall());
-    }
+    if (findings.comparison) print_quality(out, *findings.comparison);
     for (const auto& carrier : findings.carriers)
-        for (const auto& problem : carrier.problems)
-            out << "PROBLEM: " << problem << '\n';
-    for (const auto& problem : findings.problems)
-        out << "PROBLEM: " << problem << '\n';
+        print_problems(out, carrier.problems);
+    print_problems(out, findings.problems);
     if (findings.all_well()) out << "All blocks of all carriers are sound\n";
     out << std::flush;
 }

@@ -3,6 +3,7 @@
 #include <check/traces.hpp>
 #include <cmath>
 #include <numeric>
+#include <set>
 #include <vector>
 #include <vela/carrier/marks.hpp>
 
@@ -26,37 +27,51 @@ std::vector<double> usual_gains() {
     return out;
 }
 
-std::array<int, vela::carrier::nr_marked_samples> undo(std::span<const int> samples, double gain) {
-    std::array<int, vela::carrier::nr_marked_samples> out;
-    for (std::size_t t = 0; t < out.size(); ++t)
-        out[t] = static_cast<int>(std::lround(samples[t] / gain));
+using Head = std::array<int, vela::carrier::nr_marked_samples>;
+
+/// The first samples of all blocks.  Of equal ones, as in silence or a loop, one counts: what they
+/// look like by chance they would all look like.
+std::set<Head> heads_of(std::span<const int> samples, std::size_t frame_size) {
+    std::set<Head> out;
+    for (std::size_t at = 0; at + frame_size <= samples.size(); at += frame_size) {
+        Head head;
+        std::ranges::copy(samples.subspan(at, head.size()), head.begin());
+        out.insert(head);
+    }
     return out;
+}
+
+Head undo(Head head, double gain) {
+    for (int& x : head)
+        x = static_cast<int>(std::lround(x / gain));
+    return head;
 }
 
 /// How far the header bits that are left stand out of chance, in standard deviations; 0 if any of
 /// them is wrong more often than right: what lies in a carrier repeats, also where a filter has
 /// turned it into something else, so that some of them always look right.
-double evidence_for(double gain, std::span<const int> samples, std::size_t frame_size) {
-    const auto expected = static_cast<std::uint32_t>(frame_size / 16 - 1) << 8 | encoded;
+double evidence_for(double gain, const std::set<Head>& heads, std::uint32_t expected) {
     std::array<int, nr_fixed_bits> right{};
-    int nr_blocks = 0;
-    for (std::size_t at = 0; at + frame_size <= samples.size(); at += frame_size, ++nr_blocks) {
-        const auto word = vela::carrier::word_on_line(undo(samples.subspan(at), gain), 2);
+    for (const Head& head : heads) {
+        const auto word = vela::carrier::word_on_line(undo(head, gain), 2);
         for (std::size_t bit = 0; bit < right.size(); ++bit)
             right[bit] += static_cast<int>(~(word ^ expected) >> (15 - bit) & 1u);
     }
-    const int all = nr_blocks * static_cast<int>(nr_fixed_bits);
-    if (all == 0 || 2 * *std::ranges::min_element(right) < nr_blocks) return 0;
+    const auto all = static_cast<int>(heads.size() * nr_fixed_bits);
+    if (2 * *std::ranges::min_element(right) < static_cast<int>(heads.size())) return 0;
     return (2.0 * std::accumulate(right.begin(), right.end(), 0) - all) / std::sqrt(all);
 }
 
 }  // namespace
 
 std::optional<double> find_gain(std::span<const int> samples, std::size_t frame_size) {
+    const auto expected = static_cast<std::uint32_t>(frame_size / 16 - 1) << 8 | encoded;
+    const std::set<Head> heads = heads_of(samples, frame_size);
     std::optional<double> best;
+    if (heads.empty()) return best;
     double most = sure;
     for (const double gain : usual_gains()) {
-        const double evidence = evidence_for(gain, samples, frame_size);
+        const double evidence = evidence_for(gain, heads, expected);
         if (evidence <= most) continue;
         most = evidence;
         best = gain;
