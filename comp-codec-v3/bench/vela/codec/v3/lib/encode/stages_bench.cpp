@@ -25,10 +25,11 @@ Group finished(int nr_channels) {
 void adapter(benchmark::State& state) {
     const auto nr_channels = static_cast<unsigned>(state.range(0));
     Group group = finished(static_cast<int>(nr_channels));
+    std::vector<unsigned> sizes;
     for (auto _ : state) {
         const auto learner = gvm::create("fast", nr_channels, group.deltas, false, false, true);
         benchmark::DoNotOptimize(learner->learn(120, true) && learner->get_ixs(group) &&
-                                 learner->get_centers(group));
+                                 learner->get_centers(group) && learner->get_sizes(sizes));
     }
 }
 BENCHMARK(adapter)->Arg(2)->Arg(3);

@@ -6,6 +6,7 @@ namespace vela::codec::v3::encoder {
 bool Gnuplot::create(const std::string& name) {
     file::Name slashed;
     slashed << name;
+    plot_.reset();  // writes itself into the file before
     stream_ = std::make_shared<gnuplot::Stream>(slashed);
     return stream_ != nullptr;
 }

@@ -16,7 +16,8 @@ class Gnuplot {
 public:
     using Plot = gnuplot::Plot<gnuplot::Stream>;
 
-    /// Opens the file, with backslashes in its name made forward slashes.
+    /// Opens the file, with backslashes in its name made forward slashes.  A file that was open
+    /// before is finished first.
     bool create(const std::string& name);
     /// Also begins a plot at once.
     bool create_with_plot(const std::string& name);

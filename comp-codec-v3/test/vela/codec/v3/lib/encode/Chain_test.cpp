@@ -28,6 +28,55 @@ TEST(Chain, AttenuatesByOneStepUntilTheMixFits) {
     EXPECT_GT(nr_retried, 0);
 }
 
+// What an attempt that overflows has scored stands for the same count of bit-lines too.
+TEST(Chain, AttemptsThatOverflowFeedTheFilter) {
+    Group once = group_of(10, {noise(256, 1)});
+    Chain single;
+    single.start_frame();
+    ASSERT_EQ(single(once), Code::ok);
+    ASSERT_EQ(once.trace.retries, 0u);
+
+    Chain chain;
+    bool retried = false;
+    for (unsigned seed = 0; !retried && seed < 20; ++seed) {
+        const auto channel = [&](unsigned which) {
+            return noise(1024, 3 * seed + which, 0x7FFFFF);
+        };
+        Group twice = group_of(10, {channel(0), channel(1), channel(2)});
+        chain.start_frame();
+        ASSERT_EQ(chain(twice), Code::ok);
+        retried = twice.has_score && twice.trace.retries != 0;
+    }
+    ASSERT_TRUE(retried);
+
+    const auto nr_dropped = [](const Chain& of) {
+        int dropped = 0;
+        for (const std::uint32_t b : {9u, 10u, 11u})
+            if (of.compute_quality.filter->check(group_of(b, {{0}})) != 0) ++dropped;
+        return dropped;
+    };
+    EXPECT_EQ(nr_dropped(single), 0) << "one point tells nothing of the others";
+    EXPECT_EQ(nr_dropped(chain), 1) << "two points drop one side";
+}
+
+TEST(Chain, StagesShareOneFilter) {
+    Chain chain;
+    EXPECT_EQ(chain.cluster_deltas.filter, nullptr);
+    chain.start_frame();
+    const auto filter = chain.cluster_deltas.filter;
+    EXPECT_NE(filter, nullptr);
+    EXPECT_EQ(chain.compute_quality.filter, filter);
+    chain.start_frame();
+    EXPECT_EQ(chain.cluster_deltas.filter, filter) << "emptied, not replaced";
+}
+
+TEST(Chain, GivesUpBehindTheStrongestAttenuation) {
+    Group group = group_of(10, {noise(256, 1, 0x7FFFFF), noise(256, 2, 0x7FFFFF)});
+    group.scaler_ix = 241;
+    Chain chain;
+    EXPECT_EQ(chain(group), Code::failure);
+}
+
 TEST(Chain, AFailedStageFailsTheCandidate) {
     Chain chain;
     Group no_channels = group_of(5, {{0, 0, 0, 0}});

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <vela/codec/v3/lib/encode/Chain.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
 
@@ -33,14 +34,56 @@ TEST(ClusterDeltas, TakesAsManyCentersAsFit) {
     EXPECT_LE(group.trace.need, group.trace.capacity);
     EXPECT_EQ(group.trace.capacity, 8u * 512 - 511 / 16);
     EXPECT_EQ(group.ixs.size(), 512u);
+}
 
-    // One center more would have been too many, unless there was nothing more to try.
-    if (group.centers_1d.size() < 150 && group.trace.fit == 2) {
-        Group more = prepared(8);
-        more.centers_start_2 = more.centers_min =
-            static_cast<std::uint32_t>(group.centers_1d.size()) + 30;
-        ASSERT_EQ(stage(more), Code::ok);
-        EXPECT_FALSE(more.fits);
+TEST(ClusterDeltas, ComesDownToTheFirstCountThatFits) {
+    ClusterDeltas stage;
+    stage.settings.randomize_deltas = false;
+    Group group = prepared(6);
+    group.centers_start_2 = 150;
+    ASSERT_EQ(stage(group), Code::ok);
+    ASSERT_TRUE(group.fits);
+    const auto found = static_cast<std::uint32_t>(group.centers_1d.size());
+    EXPECT_EQ(group.trace.learns, 1 + 150 - found);
+
+    Group more = prepared(6);
+    more.centers_start_2 = 150;
+    more.centers_min = found + 1;
+    ASSERT_EQ(stage(more), Code::ok);
+    EXPECT_FALSE(more.fits) << "one center more is one too many";
+    EXPECT_GT(more.trace.need, more.trace.capacity);
+}
+
+TEST(ClusterDeltas, LittleRoomIsATenthOfABitPerSample) {
+    std::map<std::uint32_t, int> seen;
+    for (std::uint32_t b = 3; b <= 12; ++b)
+        for (const std::uint32_t start : {1u, 12u, 40u, 75u, 130u}) {
+            Group group = prepared(b);
+            group.centers_start_2 = group.centers_min = start;
+            ClusterDeltas stage;
+            ASSERT_EQ(stage(group), Code::ok);
+            const auto need = group.trace.need;
+            const auto capacity = group.trace.capacity;
+            const std::uint32_t fit = need > capacity ? 1 : capacity - need <= 51 ? 2 : 3;
+            EXPECT_EQ(group.trace.fit, fit) << b << " from " << start;
+            EXPECT_EQ(group.fits, fit != 1);
+            EXPECT_EQ(group.budget.total(), need);
+            ++seen[fit];
+        }
+    EXPECT_EQ(seen.size(), 3u) << "too big, little spare, much spare";
+}
+
+TEST(ClusterDeltas, MixesOfTwoAndOfThreeHaveStartsOfTheirOwn) {
+    for (const bool three : {false, true}) {
+        Group group = group_of(12, {music(512, 1), music(512, 2), music(512, 3)});
+        if (!three) group.origs.pop_back();
+        group.centers_start_2 = 7;
+        group.centers_start_3 = 9;
+        group.centers_max = 5;
+        Chain chain;
+        ASSERT_EQ(chain(group), Code::ok);
+        EXPECT_EQ(group.trace.start, three ? 9u : 7u);
+        EXPECT_EQ(three ? group.centers_2d.size() : group.centers_1d.size(), 5u);
     }
 }
 

@@ -36,6 +36,39 @@ TEST(ComputeQuality, OfSilentGroupsTheFewestBitlinesWin) {
     }
 }
 
+TEST(ComputeQuality, TheCommonAttenuationIsUndone) {
+    for (const std::uint32_t ix : {60u, 120u, 240u}) {
+        Group group = group_of(4, {{16 * 256, -16 * 256, 16 * 512, 0}});
+        group.scaler_ix = ix;
+        Chain chain;
+        ASSERT_EQ(chain(group), Code::ok);
+        EXPECT_EQ(group.rescaled[0].samples()[0], 256 >> ix / 60);
+        EXPECT_EQ(group.dbrms[0], -144) << "gains of 2, 4 and 16 come back to the bit";
+    }
+}
+
+TEST(ComputeQuality, TheScoreIsTheMeanPowerOverAllChannels) {
+    Group group = group_of(8, {music(512, 1), music(512, 2)});
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    ASSERT_EQ(group.dbrms.size(), 2u);
+    const auto power = [](double db) { return std::pow(10, db / 10); };
+    EXPECT_NEAR(group.score, 10 * std::log10((power(group.dbrms[0]) + power(group.dbrms[1])) / 2),
+                1e-9);
+    EXPECT_LT(group.score, -40);
+}
+
+// One step in one of 2048 samples is 10 log10(2^-11 2^-46), below the floor.
+TEST(ComputeQuality, ErrorsBelowTheFloorCountAsTheFloor) {
+    std::vector<int> samples(2048, 1 << 10);
+    samples[7] += 1;
+    Group group = group_of(3, {samples});
+    Chain chain;
+    ASSERT_EQ(chain(group), Code::ok);
+    EXPECT_EQ(group.dbrms[0], -144);
+    EXPECT_NEAR(group.dbpeak[0], 20 * std::log10(1.0 / 0x800000), 1e-9);
+}
+
 TEST(ComputeQuality, ADroppedChannelCountsAgainstZeros) {
     Group group = group_of(4, {{1600, -1600, 1600, -1600}, {16, 16, 16, 16}});
     Chain chain;

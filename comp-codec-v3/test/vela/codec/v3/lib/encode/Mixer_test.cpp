@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <vela/codec/v3/lib/encode/ComputeDeltas.hpp>
 #include <vela/codec/v3/lib/encode/Mixer.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
 
@@ -15,25 +14,6 @@ Group mixable(std::uint32_t b, std::initializer_list<std::vector<int>> channels)
     group.centers_1d = {{0}};
     group.centers_2d = {{0, 0}};
     return group;
-}
-
-TEST(ComputeDeltas, OnePerSampleAndPredictedChannel) {
-    for (const auto& [nr_channels, nr_deltas] :
-         {std::pair(1, 0), std::pair(2, 8), std::pair(3, 16)}) {
-        Group group = mixable(5, {noise(8, 1), noise(8, 2), noise(8, 3)});
-        group.rescaled.resize(static_cast<std::size_t>(nr_channels));
-        EXPECT_TRUE(ComputeDeltas()(group));
-        EXPECT_EQ(group.deltas.size(), static_cast<std::size_t>(nr_deltas));
-    }
-}
-
-TEST(ComputeDeltas, TooFewSamplesToPredictInFail) {
-    Group two = mixable(5, {noise(3, 1), noise(3, 2)});
-    EXPECT_FALSE(ComputeDeltas()(two));
-    Group three = mixable(5, {noise(5, 1), noise(5, 2), noise(5, 3)});
-    EXPECT_FALSE(ComputeDeltas()(three));
-    three.rescaled.clear();
-    EXPECT_FALSE(ComputeDeltas()(three));
 }
 
 TEST(Mixer, ASingleChannelIsItsOwnMix) {
@@ -67,6 +47,30 @@ TEST(Mixer, TellsWhatLeavesTheBitsThatAreLeft) {
     }
     Group group = mixable(24, {{0, 0, 0, 0}});
     EXPECT_FALSE(Mixer()(group));
+}
+
+TEST(Mixer, AnOverflowOfTheSumIsToldAndNoFailure) {
+    const std::vector<int> loud(8, 1 << 18);
+    Group group = mixable(5, {loud, loud});
+    ASSERT_TRUE(Mixer()(group));
+    EXPECT_TRUE(group.overflow) << "2^19 does not fit into 19 bits";
+    for (auto& frame : group.rescaled)
+        frame = frame_of(frame.key.channel, std::vector<int>(8, (1 << 17) - 2));
+    ASSERT_TRUE(Mixer()(group));
+    EXPECT_FALSE(group.overflow) << "a retry looks anew";
+}
+
+TEST(Mixer, RefusesCountsThatDisagreeOrCannotBeMixed) {
+    Group group = mixable(5, {noise(8, 1, 99), noise(8, 2, 99)});
+    group.rescaled.pop_back();
+    EXPECT_FALSE(Mixer()(group));
+    group.active.clear();
+    group.rescaled.clear();
+    EXPECT_FALSE(Mixer()(group));
+    Group four = mixable(5, {noise(8, 1, 99)});
+    four.active.assign(4, four.origs[0]);
+    four.rescaled = four.active;
+    EXPECT_FALSE(Mixer()(four));
 }
 
 }  // namespace

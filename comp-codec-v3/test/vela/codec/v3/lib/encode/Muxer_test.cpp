@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <vela/CarrierRecipe.hpp>
+#include <vela/codec/v3/lib/CarrierRecord.hpp>
 #include <vela/codec/v3/lib/encode/Chain.hpp>
 #include <vela/codec/v3/lib/encode/Muxer.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
@@ -65,6 +66,44 @@ TEST(Muxer, TellsInstructionsInTheirOrder) {
     EXPECT_EQ(list[7].arg2, 0x030201u);
 }
 
+TEST(Muxer, WritesWhatItTells) {
+    for (const bool native : {false, true}) {
+        Group group = winner([](Group& g) {
+            g.meta = 0xFEDCBA98;
+            g.orig_attn[g.origs[0].key] = 7;
+        });
+        Muxer muxer;
+        muxer.native_content = native;
+        ASSERT_TRUE(muxer(group));
+        const CarrierRecord record(group.frame.samples());
+        EXPECT_EQ(record.nr_bitlines, 8u);
+        EXPECT_EQ(record.native_content, native);
+        EXPECT_FALSE(record.dither_enabled);
+        EXPECT_EQ(record.channels, (std::vector<unsigned>{0}));
+        EXPECT_EQ(record.instructions, (std::vector<CarrierRecord::Instruction>{
+                                           {30, 1, 0}, {70, 0xFEDCBA98, 0}, {64, 0, 7}}));
+    }
+}
+
+TEST(Muxer, TheBitsSetAsideAreEnoughToTheBit) {
+    for (const auto& [bits, ok] : {std::pair(32u, true), std::pair(31u, false)}) {
+        Group group = winner();
+        group.budget.instruction_bits = bits;
+        EXPECT_EQ(Muxer()(group), ok);
+    }
+}
+
+TEST(Muxer, EachLoudnessParameterHasItsOpcode) {
+    const unsigned opcodes[] = {128, 129, 133, 130, 131, 132};
+    for (unsigned parameter = 0; parameter < 6; ++parameter) {
+        Group group = winner();
+        group.loudness = {api::loudness::Parameter(parameter), 9};
+        group.budget.instruction_bits += 40;
+        ASSERT_TRUE(Muxer()(group));
+        EXPECT_EQ(opcodes_of(group), (Opcodes{30, opcodes[parameter]}));
+    }
+}
+
 TEST(Muxer, RefusesMoreThanWasSetAside) {
     Group group = winner();
     group.preset = 1;
@@ -113,6 +152,8 @@ TEST(Muxer, HidesSeedsCentersAndIndicesOfAMix) {
         EXPECT_TRUE(Muxer()(*group));
         EXPECT_EQ(group->record.ixs, &group->ixs);
     }
+    EXPECT_EQ(CarrierRecord(two.frame.samples()).opcodes()[0], 30u) << "behind two seeds";
+    EXPECT_EQ(CarrierRecord(three.frame.samples()).opcodes()[0], 30u) << "behind five";
     EXPECT_EQ(two.record.centers_1d, &two.centers_1d);
     EXPECT_EQ(three.record.centers_2d, &three.centers_2d);
 }

@@ -55,6 +55,30 @@ TEST(Rescaler, DitherStaysWithinAStepAndDiffersFromTimeToTime) {
     EXPECT_NE(results[0], results[1]);
 }
 
+TEST(Rescaler, FramesLongerThanTheDitherFail) {
+    for (const auto& [nr_samples, ok] : {std::pair(4096ul, true), std::pair(20481ul, false)}) {
+        Group group = group_of(6, {std::vector<int>(nr_samples, 1000)});
+        group.dither = true;
+        group.active = group.origs;
+        Rescaler rescaler;
+        EXPECT_EQ(rescaler(group), ok);
+    }
+}
+
+TEST(Rescaler, TheLimiterLeavesWhatStaysBelow99Percent) {
+    constexpr int threshold = 8304720;
+    for (const auto& [sum, ix] :
+         {std::pair(threshold, 0u), std::pair(threshold + 1, 1u), std::pair(-threshold, 0u),
+          std::pair(-threshold - 1, 1u), std::pair(2 * threshold, 60u)}) {
+        Group group = group_of(5, {{sum / 2}, {sum - sum / 2 - 5}, {5}});
+        group.active = group.origs;
+        Rescaler rescaler;
+        ASSERT_TRUE(rescaler(group));
+        EXPECT_EQ(group.scaler_ix, ix) << sum;
+        EXPECT_EQ(group.budget.instruction_bits, ix == 0 ? 32u : 48u);
+    }
+}
+
 TEST(Rescaler, AttenuatesAMixBeyondFullScaleAndNeverASingleChannel) {
     const std::vector<int> loud(64, 0x7FFFFF);
     Group two = group_of(5, {loud, loud});
@@ -94,6 +118,23 @@ TEST(Rescaler, RefusesFewerThanThreeBitlinesAndOddCountsOfChannels) {
     EXPECT_FALSE(rescaler(group));
     group.active.clear();
     EXPECT_FALSE(rescaler(group));
+}
+
+TEST(Rescaler, AllInstructionsTogetherAddUp) {
+    Group group = group_of(5, {{0, 0, 0, 0}, {0, 0, 0, 0}});
+    group.active = group.origs;
+    group.meta = 0;
+    group.preset = 0;
+    group.loudness = {api::loudness::Parameter::ProgramLoudness, 0};
+    group.room_type = 0;
+    group.version = Version{3, 2, 1};
+    group.git_hash = 0;
+    group.scaler_ix = 1;
+    for (auto& [key, attn_ix] : group.orig_attn)
+        attn_ix = 1;
+    Rescaler rescaler;
+    ASSERT_TRUE(rescaler(group));
+    EXPECT_EQ(group.budget.instruction_bits, 32u + 40 + 16 + 40 + 16 + 2 * 24 + 32 + 40 + 16);
 }
 
 TEST(Rescaler, SetsAsideTheBitsOfTheInstructions) {

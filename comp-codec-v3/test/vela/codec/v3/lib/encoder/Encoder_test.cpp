@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <vela/codec/v3/lib/encode/groups.hpp>
-#include <vela/codec/v3/lib/encoder/Factory.hpp>
+#include <string>
+#include <utility>
+#include <vela/codec/v3/lib/encoder/encoders.hpp>
 
 namespace vela::codec::v3::encoder {
 namespace {
@@ -11,32 +8,6 @@ namespace {
 using api::ChannelVariant;
 using encode::Frames;
 using encode::music;
-
-constexpr std::uint64_t testmix2 = 0x804;
-constexpr std::uint64_t mono = 0x4;
-constexpr std::uint64_t lcr = 0x7;
-constexpr std::uint64_t stereo = 0x3;
-
-std::shared_ptr<IEncoder> make(std::uint64_t input, std::uint64_t carrier, int bitline_min = 8,
-                               int bitline_max = 9, unsigned nr_threads = 0) {
-    std::shared_ptr<IEncoder> encoder;
-    EXPECT_TRUE(
-        create(encoder, api::SpeakerLayout(input), api::SpeakerLayout(carrier), nr_threads));
-    EXPECT_TRUE(encoder->set_option("bitline.min", bitline_min));
-    EXPECT_TRUE(encoder->set_option("bitline.max", bitline_max));
-    EXPECT_TRUE(encoder->set_option("dither.enabled", 0));
-    EXPECT_TRUE(encoder->set_option("sample_rate", 1000));
-    return encoder;
-}
-
-Frames frames_of(std::uint64_t layout, std::size_t size = 256, unsigned seed = 0) {
-    Frames frames;
-    EXPECT_TRUE(api::SpeakerLayout(layout).each_channel([&](const api::Channel& channel) {
-        frames.set(encode::frame_of(channel, music(size, seed + channel.id())));
-        return true;
-    }));
-    return frames;
-}
 
 TEST(EncoderOptions, RangesAreToldOnStandardError) {
     const auto encoder = make(mono, mono);
@@ -75,15 +46,17 @@ TEST(Encoder, GainsOutsideTheTableAreRefused) {
     EXPECT_TRUE(encoder->set_meta(api::channel::Center, 0.0f));
 }
 
-TEST(Encoder, LoudnessOfAFourthDimensionIsRefused) {
+TEST(Encoder, LoudnessHasFourDimensions) {
     const auto encoder = make(mono, mono);
     api::loudness::Value value;
-    value.set_dimension(9);
+    value.set_dimension(4);
     EXPECT_TRUE(encoder->update_loudness(value)) << "a default value is of no parameter";
     value.set_parameter(api::loudness::Parameter::ProgramLoudness);
-    EXPECT_FALSE(encoder->update_loudness(value));
-    value.set_dimension(3);
-    EXPECT_TRUE(encoder->update_loudness(value));
+    for (const auto& [dimension, ok] :
+         {std::pair(0u, true), std::pair(3u, true), std::pair(4u, false), std::pair(9u, false)}) {
+        value.set_dimension(dimension);
+        EXPECT_EQ(encoder->update_loudness(value), ok) << dimension;
+    }
 }
 
 TEST(Encoder, FrameInFrameOut) {
@@ -189,97 +162,22 @@ TEST(EncoderThreads, GiveTheSameCarriersAsNone) {
         EXPECT_EQ(encode_on(nr_threads), inline_carriers);
 }
 
+TEST(EncoderThreads, OneFailedCandidateFailsTheFrame) {
+    for (const unsigned nr_threads : {0u, 1u, 4u}) {
+        const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+        ASSERT_TRUE(encoder->set_option("gvm.implementation", std::string("anything")));
+        Frames out;
+        EXPECT_FALSE(encoder->encode_one(out, frames_of(lcr)));
+        EXPECT_TRUE(out.empty());
+    }
+}
+
 TEST(EncoderThreads, SearchTheWholeRangeOnManyThreads) {
     const auto encoder = make(lcr, stereo, 3, 12, 16);
     Frames out;
     for (unsigned frame = 0; frame < 4; ++frame)
         EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr, 1024, frame)));
 }
-
-#ifdef VELA_TEST_SWITCHES
-
-/// Encodes frames of mono and gives what the log says of each winner.
-std::vector<std::string> winners(int nr_frames, void (*before)(IEncoder&, int frame)) {
-    const std::string log = testing::TempDir() + "Encoder_test.jsonl";
-    setenv("VELA_CANDIDATES", log.c_str(), 1);
-    const auto encoder = make(mono, mono);
-    unsetenv("VELA_CANDIDATES");
-    Frames out;
-    for (int frame = 0; frame < nr_frames; ++frame) {
-        before(*encoder, frame);
-        EXPECT_TRUE(encoder->encode_one(out, frames_of(mono)));
-    }
-    std::vector<std::string> lines;
-    std::ifstream in(log);
-    for (std::string line; std::getline(in, line);)
-        if (line.find("\"winner\":true") != std::string::npos) lines.push_back(line);
-    return lines;
-}
-
-std::vector<int> meta_words(const std::vector<std::string>& lines) {
-    std::vector<int> words;
-    for (const auto& line : lines)
-        words.push_back(std::stoi(line.substr(line.find("\"meta\":") + 7)));
-    return words;
-}
-
-// A period of 958 samples is four frames of 256.
-TEST(Encoder, TheMetaWordIsSentOnChangeAndEveryPeriod) {
-    const auto steady = winners(9, [](IEncoder& encoder, int) {
-        EXPECT_TRUE(encoder.set_meta(api::channel::Center, 1.5f));
-    });
-    EXPECT_EQ(meta_words(steady), (std::vector<int>{0x20, -1, -1, -1, 0x20, -1, -1, -1, 0x20}));
-
-    const auto changed = winners(6, [](IEncoder& encoder, int frame) {
-        EXPECT_TRUE(encoder.set_meta(api::channel::Center, frame < 2 ? 1.5f : 2.0f));
-    });
-    EXPECT_EQ(meta_words(changed), (std::vector<int>{0x20, -1, 0x40, -1, -1, -1}));
-}
-
-TEST(Encoder, AFrameWithoutAMetaCallSendsZeroAsAChange) {
-    const auto lines = winners(3, [](IEncoder& encoder, int frame) {
-        if (frame == 0) {
-            EXPECT_TRUE(encoder.set_meta(api::channel::Center, 1.5f));
-        }
-    });
-    EXPECT_EQ(meta_words(lines), (std::vector<int>{0x20, 0, -1}));
-}
-
-TEST(Encoder, CallsWithinOneFrameAddUpBitByBit) {
-    const auto lines = winners(1, [](IEncoder& encoder, int) {
-        EXPECT_TRUE(encoder.set_meta(api::channel::Center, 1.5f));  // code 2
-        EXPECT_TRUE(encoder.set_meta(api::channel::Center, 1.2f));  // code 1
-    });
-    EXPECT_EQ(meta_words(lines), (std::vector<int>{0x30}));
-}
-
-TEST(Encoder, TheSearchStartsWhereTheFrameBeforeEnded) {
-    const std::string log = testing::TempDir() + "Encoder_test_centers.jsonl";
-    setenv("VELA_CANDIDATES", log.c_str(), 1);
-    const auto encoder = make(testmix2, mono, 8, 8);
-    unsetenv("VELA_CANDIDATES");
-    Frames out;
-    std::vector<int> starts, centers, previous;
-    for (int frame = 0; frame < 3; ++frame)
-        ASSERT_TRUE(encoder->encode_one(out, frames_of(testmix2)));
-    std::ifstream in(log);
-    const auto number = [](const std::string& line, const std::string& key) {
-        return std::stoi(line.substr(line.find('"' + key + "\":") + key.size() + 3));
-    };
-    for (std::string line; std::getline(in, line);) {
-        if (line.find("\"winner\"") != std::string::npos) continue;
-        starts.push_back(number(line, "start"));
-        centers.push_back(number(line, "centers"));
-        previous.push_back(number(line, "prev_b"));
-    }
-    ASSERT_EQ(starts.size(), 3u) << "one candidate a frame";
-    EXPECT_EQ(starts[0], 100);
-    EXPECT_EQ(starts[1], centers[0] + 20);
-    EXPECT_EQ(starts[2], centers[1] + 20);
-    EXPECT_EQ(previous, (std::vector<int>{10, 8, 8}));
-}
-
-#endif
 
 }  // namespace
 }  // namespace vela::codec::v3::encoder

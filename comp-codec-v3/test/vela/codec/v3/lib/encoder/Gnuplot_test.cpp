@@ -50,6 +50,20 @@ TEST(Gnuplot, RowsGoToThePlotThatIsOpen) {
               "$dataset_1_0 << EOD\nEOD\nset title \n\npause mouse\n");
 }
 
+TEST(Gnuplot, AnotherFileFinishesTheOneBefore) {
+    const std::string first = testing::TempDir() + "first.plot";
+    const std::string second = testing::TempDir() + "second.plot";
+    {
+        Gnuplot gnuplot;
+        ASSERT_TRUE(gnuplot.create_with_plot(first));
+        gnuplot.start(7);
+        gnuplot.end_row();
+        ASSERT_TRUE(gnuplot.create_with_plot(second));
+    }
+    EXPECT_EQ(text_of(first), "$dataset_0_0 << EOD\n7\nEOD\n\npause mouse\n");
+    EXPECT_EQ(text_of(second), "$dataset_0_0 << EOD\nEOD\n\npause mouse\n");
+}
+
 TEST(Gnuplot, AFileThatCannotBeOpenedLosesItsPlotWithoutAWord) {
     Gnuplot gnuplot;
     EXPECT_TRUE(gnuplot.create_with_plot(testing::TempDir() + "no/such/folder/a.plot"));

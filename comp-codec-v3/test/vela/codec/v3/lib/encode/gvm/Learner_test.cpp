@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
+#include <thread>
 #include <vela/codec/v3/lib/encode/groups.hpp>
 #include <vela/codec/v3/lib/encode/gvm/Factory.hpp>
 #include <vela/codec/v3/lib/encode/gvm/Learner.hpp>
@@ -109,6 +111,88 @@ TEST(Learner, SizesGoDownAndAddUp) {
     ASSERT_TRUE(learner.get_sizes(sizes));
     EXPECT_TRUE(std::ranges::is_sorted(sizes, std::greater()));
     EXPECT_EQ(std::accumulate(sizes.begin(), sizes.end(), 0u), 400u);
+}
+
+using Order = std::vector<int>;
+
+/// The order in which the next shuffled learner sees eight deltas: as many clusters, one each, come
+/// in the order of their making.
+template <unsigned M>
+Order next_order(bool randomize = true) {
+    Order deltas;
+    for (int t = 0; t < 8; ++t)
+        deltas.insert(deltas.end(), M - 1, 10 * t);
+    Learner<M> learner("ref", deltas, false, false, randomize);
+    Group group = group_for(deltas, M - 1);
+    EXPECT_TRUE(learner.learn(8, true) && learner.get_centers(group));
+    Order order;
+    for (const auto& center : group.centers_1d)
+        order.push_back(center[0]);
+    for (const auto& center : group.centers_2d)
+        order.push_back(center[0]);
+    return order;
+}
+
+const Order first_order{60, 30, 40, 20, 0, 70, 50, 10};
+const Order second_order{50, 70, 0, 60, 10, 20, 40, 30};
+
+/// Whether a process that has made no learner yet shuffles as carriers have always been made: one
+/// engine for mixes of two and one for mixes of three, and neither moves for a learner in order.
+int shuffles_as_ever() {
+    const bool ok = next_order<2>(false) == Order{0, 10, 20, 30, 40, 50, 60, 70} &&
+                    next_order<2>() == first_order && next_order<3>(false).size() == 8 &&
+                    next_order<3>() == first_order && next_order<2>() == second_order &&
+                    next_order<3>() == second_order;
+    return ok ? 0 : 1;
+}
+
+// The engines live as long as the process: the test needs a fresh one.
+TEST(LearnerDeathTest, TheFirstShufflesOfAProcessAreFixed) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(std::exit(shuffles_as_ever()), testing::ExitedWithCode(0), "");
+}
+
+TEST(LearnerThreads, ShareTheEngineWithoutHarm) {
+    std::vector<std::thread> threads;
+    std::array<Order, 8> orders;
+    for (Order& order : orders)
+        threads.emplace_back([&order] { order = next_order<3>(); });
+    for (auto& thread : threads)
+        thread.join();
+    for (Order order : orders) {
+        std::ranges::sort(order);
+        EXPECT_EQ(order, (Order{0, 10, 20, 30, 40, 50, 60, 70})) << "a whole permutation each";
+    }
+}
+
+TEST(Learner, WithoutMergingEveryCountIsLearntAnew) {
+    const auto deltas = noise(300, 5, 5000);
+    for (const char* const name : {"fast", "ref"}) {
+        Learner<2> fresh(name, deltas, false, false, false);
+        Learner<2> used(name, deltas, false, false, false);
+        ASSERT_TRUE(fresh.learn(9, false));
+        ASSERT_TRUE(used.learn(20, false));
+        ASSERT_TRUE(used.learn(9, false));
+        EXPECT_EQ(used.cost(), fresh.cost());
+    }
+}
+
+TEST(Learner, BothImplementationsTakePairsAndTellAll) {
+    const auto deltas = noise(400, 6, 300);
+    for (const char* const name : {"fast", "ref"}) {
+        const auto learner = create(name, 3, deltas, true, true, true);
+        ASSERT_TRUE(learner->learn(12, true));
+        Group group = group_for(deltas, 2);
+        std::vector<unsigned> sizes;
+        ASSERT_TRUE(learner->get_ixs(group) && learner->get_centers(group) &&
+                    learner->get_sizes(sizes));
+        EXPECT_NE(std::ranges::find(group.centers_2d, std::array{0, 0}), group.centers_2d.end())
+            << "the center nearest to the origin was moved there";
+        EXPECT_EQ(group.budget.centers_bits, 2u * 12 * group.record.center_bits);
+        ASSERT_EQ(group.ixs.size(), 200u);
+        for (std::size_t i = 0; i < sizes.size(); ++i)
+            EXPECT_EQ(std::ranges::count(group.ixs, i), sizes[i]);
+    }
 }
 
 TEST(BestOrigin, OfOneDimensionIsTheSmallestMagnitude) {
