@@ -24,7 +24,7 @@ void Permutation::compute_cycles_() const {
     if (has_cycles_) return;
     has_cycles_ = true;
     cycles_.clear();
-    std::vector<bool> walked(targets_.size());
+    std::vector<std::uint8_t> walked(targets_.size());
     for (Position start = 0; start < targets_.size(); ++start) {
         if (walked[start] || targets_[start] == start) continue;
         Position at = start;
