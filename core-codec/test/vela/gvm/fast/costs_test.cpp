@@ -47,7 +47,8 @@ Fixed<N> fixed_of(const Cluster<double, N>& cluster) {
 /// Every lane must do what the plain formula does, since one bit decides which clusters merge.
 template <std::size_t N>
 void expect_plain_costs(const std::string& set, std::mt19937& engine, std::size_t size) {
-    Storage<double, N> storage(size);
+    Storage<double, N> storage;
+    storage.reset(size);
     for (std::size_t i = 0; i < size; ++i)
         storage.store(static_cast<Position>(i), random_cluster<N>(engine, 1 << (i % 24)));
     const auto other = random_cluster<N>(engine, 1000);
