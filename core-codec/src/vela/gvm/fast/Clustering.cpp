@@ -1,6 +1,5 @@
 #include <algorithm>
-#include <cmath>
-#include <numeric>
+#include <limits>
 #include <vela/gvm/fast/Clustering.hpp>
 #include <vela/numeric/truncate.hpp>
 
@@ -21,11 +20,14 @@ float estimate(const sieve::Columns<N>& columns, Position at, const float (&delt
 
 template <std::size_t N>
 double largest_magnitude(const Range<segment::Iterator<N, int>>& range) {
-    std::int64_t largest = 0;
+    int lowest = 0;
+    int highest = 0;
     for (std::size_t i = 0; i < range.size(); ++i)
-        for (const int x : *(range.begin() + static_cast<std::ptrdiff_t>(i)))
-            largest = std::max<std::int64_t>(largest, std::abs(std::int64_t{x}));
-    return static_cast<double>(largest);
+        for (const int x : *(range.begin() + static_cast<std::ptrdiff_t>(i))) {
+            lowest = std::min(lowest, x);
+            highest = std::max(highest, x);
+        }
+    return std::max(-static_cast<double>(lowest), static_cast<double>(highest));
 }
 
 }  // namespace
@@ -37,11 +39,10 @@ void Clustering<T, N>::reset_(const Range<Iterator>& range, std::size_t capacity
     capacity_ = capacity;
     update_all_after_insert_ = update_all_after_insert;
     slack_ = sieve::slack(range.size(), N, largest_magnitude<N>(range));
-    storage_.reset(capacity);
-    by_size_.reset(capacity);
+    storage_.reset(capacity, range.size());
+    by_size_.reset(capacity, range.size());
     merges_.reset(capacity, slack_);
-    order_.clear();
-    costs_.resize(capacity + costs::padding);
+    found_.resize(capacity + sieve::padding);
 }
 
 template <typename T, std::size_t N>
@@ -51,9 +52,6 @@ bool Clustering<T, N>::process_data(const Range<Iterator>& range, std::size_t ca
     bool good = true;
     for (std::size_t first = 0; good && first < range.size(); first += sieve::batch)
         good = process_batch_(range, first, membership);
-    order_.resize(nr_clusters_);
-    std::iota(order_.begin(), order_.end(), Position{0});
-    sort_();
     return good;
 }
 
@@ -75,8 +73,9 @@ bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t 
         deltas[i].index = index;
     }
     sieve::Found found[sieve::batch];
-    sieve::functions<N>().nearest(found, storage_.shadows(), nr_clusters_, shadows, slack_);
+    sieve_.nearest(found, storage_.shadows(), nr_clusters_, shadows, slack_);
     nr_changed_ = 0;
+    changed_.fill(static_cast<Position>(capacity_));  // infinitely far away
     for (std::size_t i = 0; i < size; ++i) {
         const bool good = nr_clusters_ == 0   ? process_first_(deltas[i], membership)
                           : nr_clusters_ == 1 ? process_second_(deltas[i], membership)
@@ -95,7 +94,7 @@ bool Clustering<T, N>::process_first_(const Delta& delta, Membership& membership
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::process_second_(const Delta& delta, Membership& membership) {
-    Cluster cluster = storage_.load(0);
+    Cluster cluster = storage_[0];
     T add_cost;
     cluster.merge_delta(add_cost, delta.alone);
     if (add_cost != 0 && capacity_ != 1) {
@@ -115,65 +114,83 @@ bool Clustering<T, N>::process_second_(const Delta& delta, Membership& membershi
 template <typename T, std::size_t N>
 bool Clustering<T, N>::process_next_(const Delta& delta, const sieve::Found& found,
                                      Membership& membership) {
-    const auto [nearest, cost] = find_nearest_(delta, found);
-    if (cost == 0) {
-        if (nearest != 0) merges_.renew_before(nearest);
+    const Nearest nearest = find_nearest_(delta, found);
+    if (is_hit_(nearest)) {
+        if (nearest.at != 0) merges_.renew_before(nearest.at);
         insert_(nearest, delta.alone);
-        return membership.assign(delta.index, nearest);
+        return membership.assign(delta.index, nearest.at);
     }
     merges_.renew();
     if (nr_clusters_ < capacity_) {
-        start_(delta.alone, nearest, cost);
+        start_(delta.alone, nearest.at, nearest.cost);
         return membership.assign(delta.index, nr_clusters_ - 1);
     }
-    if (cost <= merges_.bound() || !(merges_.lowest() < cost)) {
+    const Position x =
+        nearest.limit <= merges_.bound() ? no_partner : merges_.cheapest_below(nearest.cost);
+    if (x == no_partner) {
         insert_(nearest, delta.alone);
-        return membership.assign(delta.index, nearest);
+        return membership.assign(delta.index, nearest.at);
     }
-    const Position x = merges_.cheapest();
     return merge_and_start_(x, delta.alone, membership) && membership.assign(delta.index, x);
 }
 
 /// Whether the cluster that the sieve named is still the only one that matters.
 template <typename T, std::size_t N>
 bool Clustering<T, N>::still_alone_(const Delta& delta, const sieve::Found& found) const {
-    if (found.position == sieve::several) return false;
-    bool alone = true;
-    for (std::size_t i = 0; i < nr_changed_; ++i) {
-        alone &= changed_[i] != found.position;
-        alone &= estimate<N>(storage_.shadows(), changed_[i], delta.shadow) > found.limit;
-    }
+    const auto shadows = storage_.shadows();
+    bool alone = found.position != sieve::several;
+    const auto look_at = [&](Position c) {
+        alone &= c != found.position;
+        alone &= estimate<N>(shadows, c, delta.shadow) > found.limit;
+    };
+    // Mostly there are no more than these; a fixed number is foretold rightly.
+    for (std::size_t i = 0; i < sieve::batch; ++i)
+        look_at(changed_[i]);
+    for (std::size_t i = sieve::batch; i < nr_changed_; ++i)
+        look_at(changed_[i]);
     return alone;
 }
 
 template <typename T, std::size_t N>
 typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_(const Delta& delta,
                                                                    const sieve::Found& found) {
-    if (!still_alone_(delta, found)) return find_nearest_of_all_(delta.alone);
-    Nearest nearest{found.position, 0};
-    storage_.load(nearest.at).merge_delta(nearest.cost, delta.alone);
+    if (!still_alone_(delta, found)) return find_nearest_of_all_(delta);
+    Nearest nearest = adding_to_(found.position, delta.alone);
+    nearest.limit = found.limit;
     return nearest;
 }
 
 /// A cluster that the delta lies on exactly, whatever rounding makes of the others; else that of
 /// the lowest cost.  Of equals, position 0 and then the largest.
 template <typename T, std::size_t N>
-typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_of_all_(const Cluster& delta) {
-    costs::Fixed<N> fixed{{}, delta.sum_sq, 1, 0};
-    std::copy(delta.sum.begin(), delta.sum.end(), fixed.sum);
-    costs::functions<N>().with_partner(costs_.data(), storage_.columns(), 0, nr_clusters_, fixed);
-    const auto [lowest, has_hit] = costs::functions<N>().lowest(costs_.data(), 0, nr_clusters_);
-    const T cost = has_hit ? 0 : lowest;
-    return {first_by_size_(cost), cost};
+typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_of_all_(const Delta& delta) {
+    const std::size_t nr_found =
+        sieve_.all_nearest(found_.data(), storage_.shadows(), nr_clusters_, delta.shadow, slack_);
+    Nearest best = adding_to_(found_[0], delta.alone);
+    for (std::size_t i = 1; i < nr_found; ++i) {
+        const Nearest next = adding_to_(found_[i], delta.alone);
+        const bool level = next.cost == best.cost;
+        if (level ? best.at != 0 && by_size_.before(next.at, best.at)
+                  : best.cost != 0 && (next.cost == 0 || next.cost < best.cost))
+            best = next;
+    }
+    return best;
 }
 
 template <typename T, std::size_t N>
-Position Clustering<T, N>::first_by_size_(T cost) const {
-    if (costs_[0] == cost) return 0;
-    Position best = no_partner;
-    for (Position c = 1; c < nr_clusters_; ++c)
-        if (costs_[c] == cost && (best == no_partner || by_size_.before(c, best))) best = c;
-    return best;
+typename Clustering<T, N>::Nearest Clustering<T, N>::adding_to_(Position c,
+                                                                const Cluster& delta) const {
+    const Cluster& cluster = storage_[c];
+    const T share = cluster.united_share(delta);
+    const T cost = cluster.merge_delta(delta, share);
+    return {c, cost, share, cost};
+}
+
+/// Asks the limit first: where it is high the division for the cost need not be waited for, and
+/// what processors foretold wrongly shows at once.
+template <typename T, std::size_t N>
+bool Clustering<T, N>::is_hit_(const Nearest& nearest) const {
+    return nearest.limit <= 3 * slack_ && nearest.cost == 0;
 }
 
 template <typename T, std::size_t N>
@@ -186,11 +203,10 @@ void Clustering<T, N>::start_(const Cluster& delta, Position partner, T partner_
 }
 
 template <typename T, std::size_t N>
-void Clustering<T, N>::insert_(Position c, const Cluster& delta) {
-    Cluster cluster = storage_.load(c);
-    cluster.merge(delta);
-    storage_.store(c, cluster);
-    by_size_.grow(c, cluster.count);
+void Clustering<T, N>::insert_(const Nearest& nearest, const Cluster& delta) {
+    const Position c = nearest.at;
+    storage_.merge(c, delta, nearest.share);
+    by_size_.grow(c, storage_[c].count);
     merges_.after_insert(c, update_all_after_insert_);
     changed_[nr_changed_++] = c;
 }
@@ -209,24 +225,22 @@ bool Clustering<T, N>::merge_and_start_(Position x, const Cluster& delta, Member
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::absorb_(Position p, Position x) {
-    Cluster cluster = storage_.load(p);
-    cluster.merge(storage_.load(x));
-    storage_.store(p, cluster);
-    by_size_.grow(p, cluster.count);
+    storage_.merge(p, storage_[x], storage_[p].united_share(storage_[x]));
+    by_size_.grow(p, storage_[p].count);
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::merge_(Membership& membership) {
     if (nr_clusters_ < 2) return false;
     merges_.renew();
-    const Position x = merges_.cheapest();
+    const Position x = merges_.cheapest_below(std::numeric_limits<T>::infinity());
     const Position p = merges_.partner(x);
     const auto last = static_cast<Position>(--nr_clusters_);
     absorb_(p, x);
     if (x != last) {
         // The last cluster moves to the position that falls free, where others are below it.
-        storage_.store(x, storage_.load(last));
-        by_size_.grow(x, storage_.count(x));
+        storage_.store(x, storage_[last]);
+        by_size_.grow(x, storage_[x].count);
         merges_.search(x);
     }
     merges_.drop(last);
@@ -235,47 +249,42 @@ bool Clustering<T, N>::merge_(Membership& membership) {
         merges_.after_merge(p, x);
     else
         merges_.after_insert(p, update_all_after_insert_);
-    std::erase(order_, last);
-    sort_();
     return membership.append(x, p) && membership.rename(last, x);
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::sort_() {
-    by_size_.sort(order_);
 }
 
 template <typename T, std::size_t N>
 T Clustering<T, N>::cost() const {
     T sum = 0;
     for (Position c = 0; c < nr_clusters_; ++c)
-        sum += storage_.cost(c);
+        sum += storage_[c].cost;
     return sum;
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::get_sizes(std::vector<unsigned>& sizes) const {
     if (sizes.size() != nr_clusters_) return false;
-    for (std::size_t i = 0; i < nr_clusters_; ++i)
-        sizes[i] = static_cast<unsigned>(storage_.count(order_[i]));
+    by_size_.get_sizes(sizes);
     return true;
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::get_centers(std::vector<Center>& centers) const {
     if (centers.size() != nr_clusters_) return false;
-    for (std::size_t i = 0; i < nr_clusters_; ++i)
+    auto center = centers.begin();
+    for (const Position c : by_size_.order(nr_clusters_)) {
         for (std::size_t axis = 0; axis < N; ++axis)
-            centers[i][axis] = numeric::truncate_to_int32(storage_.sum(axis, order_[i])) /
-                               storage_.count(order_[i]);
+            (*center)[axis] = numeric::truncate_to_int32(storage_[c].sum[axis]) / storage_[c].count;
+        ++center;
+    }
     return true;
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::get_permutation(std::vector<unsigned long>& ixs) const {
     ixs.resize(nr_clusters_);
+    const auto order = by_size_.order(nr_clusters_);
     for (std::size_t i = 0; i < nr_clusters_; ++i)
-        ixs[order_[i]] = i;
+        ixs[order[i]] = i;
 }
 
 template class Clustering<double, 1>;

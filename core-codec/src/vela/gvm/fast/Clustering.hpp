@@ -27,7 +27,7 @@ public:
     using Iterator = segment::Iterator<N, int>;
     using Center = std::array<int, N>;
 
-    Clustering() : merges_(storage_, by_size_) {}
+    Clustering() : merges_(storage_, by_size_), sieve_(sieve::functions<N>()) {}
     Clustering(const Clustering&) = delete;
     Clustering& operator=(const Clustering&) = delete;
 
@@ -69,6 +69,8 @@ private:
     struct Nearest {
         Position at;
         T cost;
+        T share;  // see `Cluster::united_share`
+        T limit;  // not below the cost, and often known long before
     };
 
     void reset_(const Range<Iterator>& range, std::size_t capacity, bool update_all_after_insert);
@@ -81,26 +83,25 @@ private:
 
     [[nodiscard]] bool still_alone_(const Delta& delta, const sieve::Found& found) const;
     [[nodiscard]] Nearest find_nearest_(const Delta& delta, const sieve::Found& found);
-    [[nodiscard]] Nearest find_nearest_of_all_(const Cluster& delta);
-    [[nodiscard]] Position first_by_size_(T cost) const;
+    [[nodiscard]] Nearest find_nearest_of_all_(const Delta& delta);
+    [[nodiscard]] Nearest adding_to_(Position c, const Cluster& delta) const;
+    [[nodiscard]] bool is_hit_(const Nearest& nearest) const;
 
     // The four ways on for a delta: a free position, a cluster, or the position that a merge frees.
     void start_(const Cluster& delta, Position partner, T partner_delta);
-    void insert_(Position c, const Cluster& delta);
+    void insert_(const Nearest& nearest, const Cluster& delta);
     [[nodiscard]] bool merge_and_start_(Position x, const Cluster& delta, Membership& membership);
     void absorb_(Position p, Position x);
-
-    void sort_();
 
     Storage<T, N> storage_;
     BySize by_size_;
     Merges<T, N> merges_;
-    std::vector<Position> order_;  // live clusters by size, as of the last end of a step
+    const sieve::Functions<N>& sieve_;
     std::size_t nr_clusters_ = 0;
     std::size_t capacity_ = 0;
     bool update_all_after_insert_ = false;
     float slack_ = 0;
-    std::vector<T> costs_;  // of the search in work, by position
+    std::vector<Position> found_;  // by the sieve
 
     std::array<Position, 2 * sieve::batch> changed_{};  // since the sieve has looked
     std::size_t nr_changed_ = 0;

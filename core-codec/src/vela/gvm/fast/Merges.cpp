@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <vela/gvm/fast/Merges.hpp>
 
@@ -6,15 +7,7 @@ namespace vela::gvm::fast {
 
 namespace {
 
-constexpr auto nothing = std::numeric_limits<double>::infinity();
-
-template <typename T, std::size_t N>
-costs::Fixed<N> fixed(const Cluster<T, N>& cluster) {
-    costs::Fixed<N> fixed{{}, cluster.sum_sq, static_cast<double>(cluster.count), cluster.cost};
-    for (std::size_t i = 0; i < N; ++i)
-        fixed.sum[i] = cluster.sum[i];
-    return fixed;
-}
+constexpr auto nothing = std::numeric_limits<float>::infinity();
 
 template <std::size_t N>
 sieve::Shadow<N> shadow(const sieve::Columns<N>& columns, Position at) {
@@ -31,16 +24,13 @@ void Merges<T, N>::reset(std::size_t size, float slack) {
     size_ = 0;
     slack_ = slack;
     partner_.assign(size, no_partner);
-    cost_of_.assign(size + costs::padding, nothing);
-    shadow_of_cost_.assign(size + sieve::padding, 0);
-    first_owner_.assign(size, no_partner);
-    next_owner_.resize(size);
-    previous_owner_.resize(size);
+    cost_of_.assign(size, nothing);
+    shadow_of_cost_.assign(size + sieve::padding, nothing);
+    owners_.reset(size);
     lowest_ = nothing;
-    lowest_is_exact_ = true;
     marked_.fill(no_partner);
-    work_.resize(size + sieve::padding);
-    exact_costs_.resize(size + costs::padding);
+    found_.resize(size + sieve::padding);
+    work_.reserve(2 * size);
 }
 
 template <typename T, std::size_t N>
@@ -52,27 +42,29 @@ void Merges<T, N>::start(Position c, Position partner, T cost) {
 template <typename T, std::size_t N>
 void Merges<T, N>::drop(Position c) {
     --size_;
-    unlink_(c);
+    owners_.leave(c);
     set_cost_(c, nothing);
 }
 
+/// Rounding to single precision keeps the order, so that the lowest cost has the lowest shadow.
 template <typename T, std::size_t N>
-T Merges<T, N>::lowest() {
-    if (!lowest_is_exact_) {
-        lowest_ = costs::functions<N>().lowest(cost_of_.data(), 1, size_).value;
-        lowest_is_exact_ = true;
+Position Merges<T, N>::find_below_(T cost) {
+    auto [best, limit] = sieve_.lowest(shadow_of_cost_.data(), size_);
+    if (best == sieve::several) {
+        const std::size_t nr_found =
+            sieve_.all_lowest(found_.data(), shadow_of_cost_.data(), size_, limit);
+        best = found_[0];
+        for (std::size_t i = 1; i < nr_found; ++i)
+            if (stands_before_(found_[i], best)) best = found_[i];
     }
-    return lowest_;
+    lowest_ = cost_of_[best];
+    return lowest_ < cost ? best : no_partner;
 }
 
 template <typename T, std::size_t N>
-Position Merges<T, N>::cheapest() {
-    const T cost = lowest();
-    if (cost_of_[1] == cost) return 1;
-    Position best = no_partner;
-    for (Position c = 2; c < size_; ++c)
-        if (cost_of_[c] == cost && (best == no_partner || by_size_.before(c, best))) best = c;
-    return best;
+bool Merges<T, N>::stands_before_(Position a, Position b) const {
+    if (cost_of_[a] != cost_of_[b]) return cost_of_[a] < cost_of_[b];
+    return b != 1 && by_size_.before(a, b);
 }
 
 template <typename T, std::size_t N>
@@ -93,15 +85,20 @@ void Merges<T, N>::renew_before(Position c) {
 
 template <typename T, std::size_t N>
 void Merges<T, N>::search(Position c) {
-    Position best = sieve::functions<N>().partner(storage_.shadows(), c, slack_);
-    if (best != sieve::several) return set_(c, best, cost_(c, best));
+    const auto [position, limit] = sieve_.partner(storage_.shadows(), c, slack_);
+    if (position != sieve::several) return set_(c, position, cost_(c, position));
 
-    costs::functions<N>().as_owner(exact_costs_.data(), storage_.columns(), 0, c,
-                                   fixed(storage_.load(c)));
-    const T lowest = costs::functions<N>().lowest(exact_costs_.data(), 0, c).value;
-    best = static_cast<Position>(std::find(exact_costs_.begin(), exact_costs_.end(), lowest) -
-                                 exact_costs_.begin());
-    set_(c, best, exact_costs_[best]);
+    const std::size_t nr_found = sieve_.all_partners(found_.data(), storage_.shadows(), c, limit);
+    Position best = found_[0];
+    T lowest = cost_(c, best);
+    for (std::size_t i = 1; i < nr_found; ++i) {
+        const T cost = cost_(c, found_[i]);
+        if (cost < lowest) {
+            best = found_[i];
+            lowest = cost;
+        }
+    }
+    set_(c, best, lowest);
 }
 
 template <typename T, std::size_t N>
@@ -110,27 +107,35 @@ void Merges<T, N>::after_insert(Position c, bool choose) {
         after_merge(c, c);
         return;
     }
-    if (partner_[c] != no_partner) set_cost_(c, cost_(c, partner_[c]));
-    for (Position x = first_owner_[c]; x != no_partner; x = next_owner_[x])
-        set_cost_(x, cost_(x, c));
+    const Cluster<T, N>& cluster = storage_[c];
+    T cost;
+    if (partner_[c] != no_partner) {
+        cluster.merge_delta(cost, storage_[partner_[c]]);
+        set_cost_(c, cost);
+    }
+    owners_.for_each(c, [&](Position x) {
+        storage_[x].merge_delta(cost, cluster);
+        set_cost_(x, cost);
+    });
     marked_.fill(no_partner);
 }
 
 template <typename T, std::size_t N>
 void Merges<T, N>::after_merge(Position a, Position b) {
     const auto columns = storage_.shadows();
-    work_.resize(size_);
-    const std::size_t nr_cheaper =
-        sieve::functions<N>().cheaper(work_.data(), columns, shadow_of_cost_.data(), a + 1, size_,
-                                      shadow(columns, a), shadow(columns, b), slack_);
-    work_.resize(nr_cheaper);
+    const std::size_t nr_found =
+        sieve_.cheaper(found_.data(), columns, shadow_of_cost_.data(), a + 1, size_,
+                       shadow(columns, a), shadow(columns, b), slack_);
+    work_.clear();
     // Owners of merges with `a` or `b` are dealt with apart: their costs can also rise.
-    std::erase_if(work_, [&](Position x) { return partner_[x] == a || partner_[x] == b; });
+    std::copy_if(found_.begin(), found_.begin() + static_cast<std::ptrdiff_t>(nr_found),
+                 std::back_inserter(work_),
+                 [&](Position x) { return partner_[x] != a && partner_[x] != b; });
     gather_owners_(a);
     if (b != a) gather_owners_(b);
     for (const Position x : work_) {
         offer_(x, a);
-        if (x > b) offer_(x, b);
+        if (b != a && x > b) offer_(x, b);
     }
     marked_ = {a, b};
 }
@@ -148,54 +153,27 @@ void Merges<T, N>::offer_(Position c, Position partner) {
 template <typename T, std::size_t N>
 T Merges<T, N>::cost_(Position owner, Position partner) const {
     T cost;
-    storage_.load(owner).merge_delta(cost, storage_.load(partner));
+    storage_[owner].merge_delta(cost, storage_[partner]);
     return cost;
 }
 
 template <typename T, std::size_t N>
 void Merges<T, N>::set_(Position c, Position partner, T cost) {
-    if (partner_[c] != partner) {
-        unlink_(c);
-        link_(c, partner);
-    }
+    partner_[c] = partner;
+    owners_.join(c, partner);
     set_cost_(c, cost);
 }
 
 template <typename T, std::size_t N>
 void Merges<T, N>::set_cost_(Position c, T cost) {
-    if (cost_of_[c] == lowest_) lowest_is_exact_ = false;
     cost_of_[c] = cost;
     shadow_of_cost_[c] = static_cast<float>(cost);
-    if (cost < lowest_) {
-        lowest_ = cost;
-        lowest_is_exact_ = true;
-    }
-}
-
-template <typename T, std::size_t N>
-void Merges<T, N>::link_(Position c, Position partner) {
-    const Position next = first_owner_[partner];
-    partner_[c] = partner;
-    previous_owner_[c] = no_partner;
-    next_owner_[c] = next;
-    if (next != no_partner) previous_owner_[next] = c;
-    first_owner_[partner] = c;
-}
-
-template <typename T, std::size_t N>
-void Merges<T, N>::unlink_(Position c) {
-    if (partner_[c] == no_partner) return;
-    const Position next = next_owner_[c];
-    const Position previous = previous_owner_[c];
-    (previous == no_partner ? first_owner_[partner_[c]] : next_owner_[previous]) = next;
-    if (next != no_partner) previous_owner_[next] = previous;
-    partner_[c] = no_partner;
+    lowest_ = std::min(lowest_, cost);
 }
 
 template <typename T, std::size_t N>
 void Merges<T, N>::gather_owners_(Position partner) {
-    for (Position x = first_owner_[partner]; x != no_partner; x = next_owner_[x])
-        work_.push_back(x);
+    owners_.for_each(partner, [&](Position x) { work_.push_back(x); });
 }
 
 /// All whose merge is with a marked cluster or their own mark says so, once each.

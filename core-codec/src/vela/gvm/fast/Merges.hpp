@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 #include <vela/gvm/fast/BySize.hpp>
+#include <vela/gvm/fast/Owners.hpp>
 #include <vela/gvm/fast/Storage.hpp>
 
 namespace vela::gvm::fast {
@@ -22,7 +23,7 @@ class Merges {
 public:
     /// `storage` and `by_size` must outlive this, and be up to date at each call.
     Merges(const Storage<T, N>& storage, const BySize& by_size)
-        : storage_(storage), by_size_(by_size) {}
+        : storage_(storage), by_size_(by_size), sieve_(sieve::functions<N>()) {}
 
     /// Forgets all; `size` positions.
     void reset(std::size_t size, float slack);
@@ -35,12 +36,13 @@ public:
 
     [[nodiscard]] Position partner(Position c) const { return partner_[c]; }
 
-    /// A number not above the cost of any remembered merge.
+    /// No remembered cost is below.
     [[nodiscard]] T bound() const { return lowest_; }
-    /// The lowest cost of all.  REQUIRES: two clusters.
-    [[nodiscard]] T lowest();
-    /// The cluster that remembers it.  Of equals, position 1 and then the largest.
-    [[nodiscard]] Position cheapest();
+    /// The cluster that remembers the lowest cost of all, if that is below `cost`; else
+    /// `no_partner`. Of equals, position 1 and then the largest.  REQUIRES: two clusters.
+    [[nodiscard]] Position cheapest_below(T cost) {
+        return cost <= lowest_ ? no_partner : find_below_(cost);
+    }
 
     /// Searches again what a mark says is behind the truth.
     void renew();
@@ -56,17 +58,18 @@ public:
     void after_merge(Position a, Position b);
 
 private:
+    [[nodiscard]] Position find_below_(T cost);
+    [[nodiscard]] bool stands_before_(Position a, Position b) const;
     [[nodiscard]] T cost_(Position owner, Position partner) const;
     void set_(Position c, Position partner, T cost);
     void set_cost_(Position c, T cost);
     void offer_(Position c, Position partner);
-    void link_(Position c, Position partner);
-    void unlink_(Position c);
     void gather_owners_(Position partner);
     void gather_marked_();
 
     const Storage<T, N>& storage_;
     const BySize& by_size_;
+    const sieve::Functions<N>& sieve_;
     std::size_t size_ = 0;  // live clusters
     float slack_ = 0;
 
@@ -74,17 +77,13 @@ private:
     std::vector<T> cost_of_;
     std::vector<float> shadow_of_cost_;
 
-    // The owners that share a partner, as a list through all of them.
-    std::vector<Position> first_owner_;  // by partner
-    std::vector<Position> next_owner_;   // by owner
-    std::vector<Position> previous_owner_;
+    Owners owners_;
 
-    T lowest_ = 0;
-    bool lowest_is_exact_ = true;  // else a bound
+    T lowest_ = 0;  // no remembered cost is below
     std::array<Position, 2> marked_{no_partner, no_partner};
 
-    std::vector<Position> work_;  // positions of the search in hand
-    std::vector<T> exact_costs_;
+    std::vector<Position> found_;  // by the sieve
+    std::vector<Position> work_;   // positions to be dealt with
 };
 
 }  // namespace vela::gvm::fast

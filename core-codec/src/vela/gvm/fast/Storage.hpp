@@ -6,7 +6,6 @@
 #include <limits>
 #include <vector>
 #include <vela/gvm/fast/Cluster.hpp>
-#include <vela/gvm/fast/costs.hpp>
 #include <vela/gvm/fast/sieve.hpp>
 
 namespace vela::gvm::fast {
@@ -17,36 +16,25 @@ using Position = std::uint32_t;
 /// Stands where a cluster has no partner to merge with.
 inline constexpr Position no_partner = std::numeric_limits<Position>::max();
 
-/// All clusters of a clustering as a structure of arrays, one entry per position in each.
-///
-/// Beside the exact numbers stand their shadows in single precision, which the sieve runs over from
-/// end to end for every delta; positions without a cluster are infinitely far away there.
+/// All clusters of a clustering by position, each with its shadow for the sieve.
 template <typename T, std::size_t N>
 class Storage {
 public:
-    /// Forgets all clusters; `size` positions.
-    void reset(std::size_t size);
+    /// Forgets all clusters; `size` positions for clusters of at most `nr_deltas`.
+    void reset(std::size_t size, std::size_t nr_deltas);
 
-    [[nodiscard]] Cluster<T, N> load(Position at) const {
-        Cluster<T, N> cluster{{}, sum_sq_[at], static_cast<std::int32_t>(count_[at]), cost_[at]};
-        for (std::size_t i = 0; i < N; ++i)
-            cluster.sum[i] = sum_[i][at];
-        return cluster;
-    }
+    [[nodiscard]] const Cluster<T, N>& operator[](Position at) const { return clusters_[at]; }
 
     /// `cluster` must not be empty.
     void store(Position at, const Cluster<T, N>& cluster) {
-        const T count = cluster.count;
-        for (std::size_t i = 0; i < N; ++i) {
-            sum_[i][at] = cluster.sum[i];
-            mean_[i][at] = static_cast<float>(cluster.sum[i] / count);
-        }
-        sum_sq_[at] = cluster.sum_sq;
-        count_[at] = count;
-        cost_[at] = cluster.cost;
-        const auto n = static_cast<float>(cluster.count);
-        weight_[at] = n / (n + 1);
-        inverse_[at] = 1 / n;
+        clusters_[at] = cluster;
+        cast_shadow_(at);
+    }
+
+    /// `share` is the `united_share`.
+    void merge(Position at, const Cluster<T, N>& other, T share) {
+        clusters_[at].merge(other, share);
+        cast_shadow_(at);
     }
 
     /// Leaves the position without a cluster.
@@ -55,24 +43,33 @@ public:
             mean_[i][at] = std::numeric_limits<float>::infinity();
     }
 
-    [[nodiscard]] T sum(std::size_t axis, Position at) const { return sum_[axis][at]; }
-    [[nodiscard]] T cost(Position at) const { return cost_[at]; }
-    [[nodiscard]] std::int32_t count(Position at) const {
-        return static_cast<std::int32_t>(count_[at]);
+    [[nodiscard]] sieve::Columns<N> shadows() const {
+        sieve::Columns<N> columns{{}, weight_.data(), inverse_.data()};
+        for (std::size_t i = 0; i < N; ++i)
+            columns.mean[i] = mean_[i].data();
+        return columns;
     }
 
-    [[nodiscard]] costs::Columns<N> columns() const;
-    [[nodiscard]] sieve::Columns<N> shadows() const;
-
 private:
-    // All longer than the size, since they are read in whole registers.
-    std::array<std::vector<T>, N> sum_;
-    std::vector<T> sum_sq_;
-    std::vector<T> count_;  // whole numbers, as reals because the costs divide by them
-    std::vector<T> cost_;
+    void cast_shadow_(Position at) {
+        const Cluster<T, N>& cluster = clusters_[at];
+        // The sieve's bound has room for the rounding of reciprocals.
+        const auto n = static_cast<std::size_t>(cluster.count);
+        const T inverse = inverses_[n];
+        for (std::size_t i = 0; i < N; ++i)
+            mean_[i][at] = static_cast<float>(cluster.sum[i] * inverse);
+        weight_[at] = static_cast<float>(1 - inverses_[n + 1]);
+        inverse_[at] = static_cast<float>(inverse);
+    }
+
+    std::vector<Cluster<T, N>> clusters_;
+
+    // Longer than the size, since they are read in whole registers.
     std::array<std::vector<float>, N> mean_;
     std::vector<float> weight_;   // n / (n + 1)
     std::vector<float> inverse_;  // 1 / n
+
+    std::vector<T> inverses_;  // of whole numbers: four divisions a delta less
 };
 
 }  // namespace vela::gvm::fast

@@ -56,12 +56,14 @@ struct Found {
     float limit;             ///< clusters with a higher estimate do not matter
 };
 
+/// By how much an estimate may exceed the lowest, beside the slack.
 inline constexpr float tolerance = 1.07f;
 
 /// The bracket above; infinite where the bound does not hold.
 [[nodiscard]] float slack(std::size_t nr_deltas, std::size_t axes, double largest);
 
-/// The functions for one instruction set.
+/// The functions for one instruction set.  Lists of positions are ascending, and room for as many
+/// as there are clusters is the caller's.
 template <std::size_t N>
 struct Functions {
     /// For each of `batch` deltas, which of the clusters [0, size) it can be added to at least
@@ -69,14 +71,30 @@ struct Functions {
     void (*nearest)(Found* found, const Columns<N>& columns, std::size_t size,
                     const float (*deltas)[N], float slack);
 
-    /// With which of the clusters [0, at) the one at `at` can be merged at least cost.
-    std::uint32_t (*partner)(const Columns<N>& columns, std::size_t at, float slack);
+    /// Lists all those, for one delta.  Returns how many.
+    std::size_t (*all_nearest)(std::uint32_t* out, const Columns<N>& columns, std::size_t size,
+                               const float (&delta)[N], float slack);
 
-    /// Writes in ascending order all positions of [first, last) whose cluster can be merged with
-    /// `a` or with `b` at less than `cost` of that position.  Returns how many.
+    /// With which of the clusters [0, at) the one at `at` can be merged at least cost.
+    Found (*partner)(const Columns<N>& columns, std::size_t at, float slack);
+
+    /// Lists all those, given the limit that `partner` found.
+    std::size_t (*all_partners)(std::uint32_t* out, const Columns<N>& columns, std::size_t at,
+                                float limit);
+
+    /// Lists all positions of [first, last) whose cluster can be merged with `a` or with `b` at
+    /// less than the `cost` of that position.
     std::size_t (*cheaper)(std::uint32_t* out, const Columns<N>& columns, const float* cost,
                            std::size_t first, std::size_t last, const Shadow<N>& a,
                            const Shadow<N>& b, float slack);
+
+    /// Where in [0, size) the lowest value stands, which is the limit then.  What follows is
+    /// infinite.
+    Found (*lowest)(const float* values, std::size_t size);
+
+    /// Lists all these places, given the limit.
+    std::size_t (*all_lowest)(std::uint32_t* out, const float* values, std::size_t size,
+                              float limit);
 };
 
 /// The best that this machine can do.
