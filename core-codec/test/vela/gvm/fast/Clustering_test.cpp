@@ -11,9 +11,9 @@ using Ixs = std::vector<unsigned long>;
 
 TEST(FastClustering, ThePermutationLeadsFromPositionsToIndices) {
     std::vector<int> values{0, 100, 200, 200, 200, 100};
-    Clustering<double, 1> clustering(3, true);
+    Clustering<double, 1> clustering;
     Membership membership(values.size(), 3);
-    ASSERT_TRUE(clustering.process_data(range_of<1>(values), membership));
+    ASSERT_TRUE(clustering.process_data(range_of<1>(values), 3, true, membership));
     Ixs permutation;
     clustering.get_permutation(permutation);
     EXPECT_EQ(permutation, (Ixs{2, 1, 0}));
@@ -24,12 +24,11 @@ TEST(FastClustering, ThePermutationLeadsFromPositionsToIndices) {
 
 TEST(FastClustering, AMembershipTooSmallStopsThePass) {
     std::vector<int> values{0, 100, 200};
-    Clustering<double, 1> clustering(3, true);
+    Clustering<double, 1> clustering;
     Membership too_few_deltas(2, 3);
-    EXPECT_FALSE(clustering.process_data(range_of<1>(values), too_few_deltas));
-    Clustering<double, 1> other(3, true);
+    EXPECT_FALSE(clustering.process_data(range_of<1>(values), 3, true, too_few_deltas));
     Membership too_few_positions(3, 2);
-    EXPECT_FALSE(other.process_data(range_of<1>(values), too_few_positions));
+    EXPECT_FALSE(clustering.process_data(range_of<1>(values), 3, true, too_few_positions));
 }
 
 }  // namespace

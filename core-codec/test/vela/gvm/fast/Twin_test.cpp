@@ -75,7 +75,7 @@ TEST(FastLearnerTwin, EqualsThePlainOneOnSmallInputs) {
     unsigned seed = 1;
     for (const int limit : {1, 2, 3, 5, 10, 40, 200, 5000, 8388607, 2147483647})
         for (const unsigned k : {1, 2, 3, 4, 5, 7, 10, 20})
-            for (int round = 0; round < 60 && !HasFailure(); ++round, ++seed)
+            for (int round = 0; round < 100 && !HasFailure(); ++round, ++seed)
                 compare_both(k, uniform_values(2 * (seed % 60), limit, seed));
 }
 
@@ -118,6 +118,53 @@ TEST(FastLearnerTwin, EqualsThePlainOneOnSortedInputs) {
             std::sort(values.begin(), values.end());
             if (!HasFailure()) compare_both(k, values);
         }
+}
+
+// One delta far out makes shadows so coarse that most clusters look alike to the sieve.
+TEST(FastLearnerTwin, EqualsThePlainOneWithOutliers) {
+    unsigned seed = 4000000;
+    for (const int outlier : {1 << 16, 1 << 20, 1 << 25, 2147483647})
+        for (const double scale : {1.0, 5.0, 300.0})
+            for (const unsigned k : {2, 3, 40, 150}) {
+                std::vector<int> values = audio_like_values(700, scale, ++seed);
+                values[seed % 40] = outlier;
+                values[2 + seed % 600] = -outlier;
+                if (!HasFailure()) compare_both(k, values);
+            }
+}
+
+// The sums leave 32 bits, and squares the 53 of a double.
+TEST(FastLearnerTwin, EqualsThePlainOneOnLoudInputs) {
+    unsigned seed = 5000000;
+    for (const int limit : {1 << 20, 1 << 23, 1 << 25})
+        for (const unsigned k : {1, 2, 3, 20, 100})
+            for (int round = 0; round < 3 && !HasFailure(); ++round)
+                compare_both(k, uniform_values(500, limit, ++seed));
+}
+
+// Runs of one value, and everything at two distances: ties wherever there can be any.
+TEST(FastLearnerTwin, EqualsThePlainOneOnTies) {
+    unsigned seed = 6000000;
+    for (const int step : {0, 1, 6, 1 << 13, 1 << 25})
+        for (const unsigned k : {1, 2, 3, 4, 6, 12})
+            for (int round = 0; round < 30 && !HasFailure(); ++round) {
+                std::vector<int> values = uniform_values(160, 4, ++seed);
+                for (int& value : values)
+                    value *= step;
+                if (round % 3 == 0) std::sort(values.begin(), values.end());
+                compare_both(k, values);
+            }
+}
+
+// A learner is used again and again, with other counts of deltas and clusters each time.
+TEST(FastLearnerTwin, NothingIsLeftOverFromOneLearnToTheNext) {
+    Twin<1> one(false);
+    Twin<2> two(false);
+    for (unsigned seed = 7000000; seed < 7000060 && !HasFailure(); ++seed) {
+        const auto values = audio_like_values(2 * (1 + seed * 37 % 300), 40, seed);
+        one.learn_and_merge_to_the_end(1 + seed * 11 % 80, values);
+        two.learn_and_merge_to_the_end(1 + seed * 11 % 80, values);
+    }
 }
 
 }  // namespace

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <numeric>
+#include <vector>
+#include <vela/gvm/fast/Storage.hpp>
+
+namespace vela::gvm::fast {
+
+/// Which clusters have a cluster as their partner.
+///
+/// A ring per partner through all its owners and back to itself: to leave one and to join another
+/// takes no branch, which could not be foretold.
+class Owners {
+public:
+    /// Nobody owns anything; `size` positions.
+    void reset(std::size_t size) {
+        size_ = size;
+        next_.resize(2 * size);
+        previous_.resize(2 * size);
+        std::iota(next_.begin(), next_.end(), Position{0});
+        std::iota(previous_.begin(), previous_.end(), Position{0});
+    }
+
+    /// `c` becomes an owner of `partner`, and leaves the one that it had.
+    void join(Position c, Position partner) {
+        leave(c);
+        const std::size_t head = size_ + partner;
+        const Position next = next_[head];
+        next_[head] = c;
+        previous_[c] = static_cast<Position>(head);
+        next_[c] = next;
+        previous_[next] = c;
+    }
+
+    /// `c` has no partner any more.
+    void leave(Position c) {
+        next_[previous_[c]] = next_[c];
+        previous_[next_[c]] = previous_[c];
+        next_[c] = previous_[c] = c;
+    }
+
+    /// Calls `visit` with each owner of `partner`; it must not change who owns what.
+    template <typename Visit>
+    void for_each(Position partner, Visit visit) const {
+        for (Position x = next_[size_ + partner]; x < size_; x = next_[x])
+            visit(x);
+    }
+
+private:
+    std::size_t size_ = 0;
+    std::vector<Position> next_;  // of each owner, and then of each partner
+    std::vector<Position> previous_;
+};
+
+}  // namespace vela::gvm::fast

@@ -1,0 +1,20 @@
+#include <vela/gvm/fast/Storage.hpp>
+
+namespace vela::gvm::fast {
+
+template <typename T, std::size_t N>
+void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
+    clusters_.resize(size);
+    const std::size_t padded = size + sieve::padding;
+    for (std::vector<float>& column : mean_)
+        column.assign(padded, std::numeric_limits<float>::infinity());
+    weight_.assign(padded, 1);
+    inverse_.assign(padded, 1);
+    for (std::size_t n = inverses_.size(); n <= nr_deltas + 1; ++n)
+        inverses_.push_back(1 / static_cast<T>(n));
+}
+
+template class Storage<double, 1>;
+template class Storage<double, 2>;
+
+}  // namespace vela::gvm::fast

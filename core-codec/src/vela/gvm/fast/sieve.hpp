@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+/// A quick look in single precision at which clusters can matter, so that few costs are computed
+/// exactly.
+///
+/// The cost of a merge is w * g^2, with g the distance of the two means and w = n m / (n + m) for
+/// counts n and m.  The sieve estimates it from shadows of the means; what is left when everything
+/// is dropped whose estimate lies too far above the lowest one holds the winner of the exact
+/// search, all that tie with it, and everything whose exact cost comes out as 0.
+///
+/// Bound.  Let D be the largest magnitude of a coordinate, N the number of deltas, A the axes,
+/// u = 2^-53.  All squares and quotients in an exact cost are at most M = N A D^2 (Cauchy-Schwarz);
+/// it takes less than 20 roundings, counting those inside the two remembered cluster costs, whose
+/// sums of squares drop out to the last bit.  So it is off by at most E = 32 u M = N A D^2 2^-48.
+/// A shadow of a mean, one of a delta and their difference are off by D 2^-24, D 2^-24 and
+/// 2 D 2^-24, so that the estimated distance is off by less than e, e^2 = A D^2 2^-42.  From
+/// |x + y|^2 <= (1 + 1/32) |x|^2 + 33 |y|^2 follows, in both directions, for w <= W:
+///
+///     estimate <= 1.032 cost + 34 W e^2        cost <= 1.032 estimate + 34 W e^2
+///
+/// (with room for the roundings of squares, weights and products).  A cluster whose exact cost is
+/// not above that of the one with the lowest estimate, or is 0, thus has an estimate of at most
+/// 1.07 lowest + W (72 e^2 + 3 E); `slack` is the bracket.  Sums must be exact: the bound holds
+/// while N D < 2^53, beyond that everything matters.
+namespace vela::gvm::fast::sieve {
+
+/// Shadows of the clusters.  Each array is read up to `padding` entries beyond the last cluster.
+template <std::size_t N>
+struct Columns {
+    const float* mean[N];  ///< infinite where no cluster is
+    const float* weight;   ///< n / (n + 1): of a merge with a single delta
+    const float* inverse;  ///< 1 / n
+};
+
+/// A set of deltas as the sieve sees it.
+template <std::size_t N>
+struct Shadow {
+    float mean[N];
+    float inverse;
+};
+
+inline constexpr std::size_t padding = 16;
+
+/// Deltas that are looked at together: one pass over the clusters serves them all.
+inline constexpr std::size_t batch = 4;
+
+inline constexpr std::uint32_t several = std::numeric_limits<std::uint32_t>::max();
+
+/// What the sieve leaves.
+struct Found {
+    std::uint32_t position;  ///< the only cluster that matters, or `several`
+    float limit;             ///< clusters with a higher estimate do not matter
+};
+
+/// By how much an estimate may exceed the lowest, beside the slack.
+inline constexpr float tolerance = 1.07f;
+
+/// The bracket above; infinite where the bound does not hold.
+[[nodiscard]] float slack(std::size_t nr_deltas, std::size_t axes, double largest);
+
+/// The functions for one instruction set.  Lists of positions are ascending, and room for as many
+/// as there are clusters is the caller's.
+template <std::size_t N>
+struct Functions {
+    /// For each of `batch` deltas, which of the clusters [0, size) it can be added to at least
+    /// cost.
+    void (*nearest)(Found* found, const Columns<N>& columns, std::size_t size,
+                    const float (*deltas)[N], float slack);
+
+    /// Lists all those, for one delta.  Returns how many.
+    std::size_t (*all_nearest)(std::uint32_t* out, const Columns<N>& columns, std::size_t size,
+                               const float (&delta)[N], float slack);
+
+    /// With which of the clusters [0, at) the one at `at` can be merged at least cost.
+    Found (*partner)(const Columns<N>& columns, std::size_t at, float slack);
+
+    /// Lists all those, given the limit that `partner` found.
+    std::size_t (*all_partners)(std::uint32_t* out, const Columns<N>& columns, std::size_t at,
+                                float limit);
+
+    /// Lists all positions of [first, last) whose cluster can be merged with `a` or with `b` at
+    /// less than the `cost` of that position.
+    std::size_t (*cheaper)(std::uint32_t* out, const Columns<N>& columns, const float* cost,
+                           std::size_t first, std::size_t last, const Shadow<N>& a,
+                           const Shadow<N>& b, float slack);
+
+    /// Where in [0, size) the lowest value stands, which is the limit then.  What follows is
+    /// infinite.
+    Found (*lowest)(const float* values, std::size_t size);
+
+    /// Lists all these places, given the limit.
+    std::size_t (*all_lowest)(std::uint32_t* out, const float* values, std::size_t size,
+                              float limit);
+};
+
+/// The best that this machine can do.
+template <std::size_t N>
+[[nodiscard]] const Functions<N>& functions();
+
+}  // namespace vela::gvm::fast::sieve

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vela/gvm/fast/Merges.hpp>
+
+namespace vela::gvm::fast {
+namespace {
+
+constexpr double any_cost = std::numeric_limits<double>::infinity();
+
+/// Clusters of one delta each, at positions in the order given; partners are searched.
+struct Line {
+    explicit Line(std::initializer_list<double> values) {
+        storage.reset(values.size(), 100);
+        by_size.reset(values.size(), 100);
+        merges.reset(values.size(), sieve::slack(100, 1, 1000));
+        Position c = 0;
+        for (const double value : values) {
+            storage.store(c, Cluster<double, 1>::alone({value}));
+            by_size.grow(c, 1);
+            merges.start(c, c == 0 ? no_partner : 0, c == 0 ? 0 : any_cost / 2);
+            if (c != 0) merges.search(c);
+            ++c;
+        }
+    }
+
+    void insert(Position c, double value) {
+        const auto delta = Cluster<double, 1>::alone({value});
+        storage.merge(c, delta, storage[c].united_share(delta));
+        by_size.grow(c, storage[c].count);
+    }
+
+    Storage<double, 1> storage;
+    BySize by_size;
+    Merges<double, 1> merges{storage, by_size};
+};
+
+TEST(FastMerges, PartnersStandAtLowerPositions) {
+    const Line line{10, 100, 11, 99};
+    EXPECT_EQ(line.merges.partner(1), 0u);
+    EXPECT_EQ(line.merges.partner(2), 0u);
+    EXPECT_EQ(line.merges.partner(3), 1u);
+}
+
+TEST(FastMerges, OfEqualPartnersTheLowestPositionIsTaken) {
+    EXPECT_EQ((Line{10, 14, 12}.merges.partner(2)), 0u);
+    EXPECT_EQ((Line{14, 10, 12}.merges.partner(2)), 0u);
+}
+
+TEST(FastMerges, OnlyMergesBelowTheCostAskedForCount) {
+    Line line{10, 100, 12};  // 12 with 10 costs 2
+    EXPECT_EQ(line.merges.cheapest_below(2), no_partner);
+    EXPECT_EQ(line.merges.cheapest_below(2.5), 2u);
+    EXPECT_LE(line.merges.bound(), 2);
+}
+
+TEST(FastMerges, OfEqualMergesPositionOneAndThenTheLargestIsTaken) {
+    Line line{10, 12, 100, 102};
+    EXPECT_EQ(line.merges.cheapest_below(any_cost), 1u);
+    Line other{10, 50, 12, 100, 102};
+    EXPECT_EQ(other.merges.cheapest_below(any_cost), 2u);
+    other.by_size.grow(4, 1);
+    other.by_size.grow(2, 1);  // now behind position 4
+    EXPECT_EQ(other.merges.cheapest_below(any_cost), 4u);
+}
+
+TEST(FastMerges, AnInsertRenewsTheCostsOfBothSides) {
+    Line line{10, 100, 12};
+    line.insert(0, 8);  // two deltas around 9: 12 costs 2 / 3 * 9
+    line.merges.after_insert(0, false);
+    EXPECT_EQ(line.merges.cheapest_below(6), no_partner);
+    EXPECT_EQ(line.merges.cheapest_below(6.1), 2u);
+    line.insert(2, 12);
+    line.merges.after_insert(2, false);
+    EXPECT_EQ(line.merges.cheapest_below(9), no_partner);
+    EXPECT_EQ(line.merges.cheapest_below(9.1), 2u);
+}
+
+TEST(FastMerges, OnlyAChoiceTakesANewPartner) {
+    for (const bool choose : {false, true}) {
+        Line line{10, 30, 18};
+        EXPECT_EQ(line.merges.partner(2), 0u);
+        line.insert(1, 12);  // now at 21
+        line.merges.after_insert(1, choose);
+        EXPECT_EQ(line.merges.partner(2), choose ? 1u : 0u);
+    }
+}
+
+TEST(FastMerges, WhatNobodyAskedForStaysBehindTheTruth) {
+    for (const bool asked : {false, true}) {
+        Line line{0, 50, 51, 90};
+        ASSERT_EQ(line.merges.partner(2), 1u);
+        // 50 absorbs 51, and 88 stands at position 2; 90 learns of it, 88 is marked only.
+        line.storage.merge(1, line.storage[2], line.storage[1].united_share(line.storage[2]));
+        line.by_size.grow(1, 2);
+        line.storage.store(2, Cluster<double, 1>::alone({2}));
+        line.by_size.shrink_to_one(2);
+        line.merges.after_merge(1, 2);
+        EXPECT_EQ(line.merges.partner(2), 1u);  // 0 is nearer by far
+        if (asked) line.merges.renew();
+        EXPECT_EQ(line.merges.partner(2), asked ? 0u : 1u);
+    }
+}
+
+TEST(FastMerges, TheLastClusterIsForgotten) {
+    Line line{10, 100, 12};
+    line.storage.erase(2);
+    line.merges.drop(2);
+    EXPECT_EQ(line.merges.cheapest_below(any_cost), 1u);
+}
+
+}  // namespace
+}  // namespace vela::gvm::fast

@@ -1,0 +1,42 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vela/gvm/fast/Storage.hpp>
+
+namespace vela::gvm::fast {
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+
+TEST(FastStorage, KeepsAShadowOfEachCluster) {
+    Storage<double, 2> storage;
+    storage.reset(3, 10);
+    storage.store(1, Cluster<double, 2>::alone({4, -6}));
+    const auto delta = Cluster<double, 2>::alone({8, -6});
+    storage.merge(1, delta, storage[1].united_share(delta));
+    EXPECT_EQ(storage[1].count, 2);
+    EXPECT_EQ(storage[1].cost, 8);
+    const auto shadows = storage.shadows();
+    EXPECT_EQ(shadows.mean[0][1], 6);
+    EXPECT_EQ(shadows.mean[1][1], -6);
+    EXPECT_EQ(shadows.inverse[1], 0.5f);
+    EXPECT_FLOAT_EQ(shadows.weight[1], 2.0f / 3);
+}
+
+// Whole registers are read: what lies behind the last cluster must never be the nearest.
+TEST(FastStorage, PositionsWithoutAClusterAreInfinitelyFarAway) {
+    Storage<double, 1> storage;
+    for (int round = 0; round < 2; ++round) {
+        storage.reset(2, 10);
+        for (std::size_t i = 0; i < 2 + sieve::padding; ++i)
+            EXPECT_EQ(storage.shadows().mean[0][i], infinity);
+        storage.store(1, Cluster<double, 1>::alone({4}));
+        EXPECT_EQ(storage.shadows().mean[0][1], 4);
+        storage.erase(1);
+        EXPECT_EQ(storage.shadows().mean[0][1], infinity);
+        storage.store(0, Cluster<double, 1>::alone({4}));
+    }
+}
+
+}  // namespace
+}  // namespace vela::gvm::fast
