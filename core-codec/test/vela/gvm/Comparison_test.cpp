@@ -7,6 +7,7 @@
 #include <numeric>
 #include <string>
 #include <vector>
+#include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/create.hpp>
 #include <vela/gvm/deltas.hpp>
 #include <vela/gvm/optimal_cost.hpp>
@@ -79,6 +80,10 @@ template <std::size_t N>
 void expect_consistent(const api::Learner<double, Iterator<N>>& learner,
                        const std::vector<int>& values, unsigned k) {
     EXPECT_LE(learner.nr_clusters(), k);
+    std::vector<std::array<int, N>> centers;
+    unsigned width = 0;
+    ASSERT_TRUE(learner.get_centers(centers) && learner.get_center_width(width));
+    EXPECT_EQ(width, fixed_width::bit_width(centers));
     EXPECT_NEAR(learner.cost(), checked_cost<N>(learner, values), rounding_of(values));
 }
 

@@ -23,18 +23,21 @@ void Permutation::invert() {
 void Permutation::compute_cycles_() const {
     if (has_cycles_) return;
     has_cycles_ = true;
-    cycles_.clear();
-    std::vector<std::uint8_t> walked(targets_.size());
-    for (Position start = 0; start < targets_.size(); ++start) {
+    const auto n = static_cast<Position>(targets_.size());
+    cycles_.resize(n + n / 2);  // at the most, if all are pairs
+    auto end = cycles_.begin();
+    std::vector<std::uint8_t> walked(n);
+    for (Position start = 0; start < n; ++start) {
         if (walked[start] || targets_[start] == start) continue;
         Position at = start;
         do {
-            cycles_.push_back(at);
+            *end++ = at;
             walked[at] = true;
             at = targets_[at];
         } while (at != start);
-        cycles_.push_back(start);
+        *end++ = start;
     }
+    cycles_.erase(end, cycles_.end());
 }
 
 }  // namespace vela::permutation

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
 #include <vela/Range.hpp>
-#include <vela/permutation/draw_uniform.hpp>
 #include <vela/segment/Iterator.hpp>
 
 namespace vela::permutation {
@@ -55,11 +55,20 @@ private:
     mutable bool has_cycles_ = false;
 };
 
+// The draws of `draw_uniform`, whose refusals nobody can predict: here one swaps nothing, and the
+// same position draws again.
 template <typename Engine>
 void Permutation::randomize(Engine& engine) {
+    static_assert(Engine::min() == 0 && Engine::max() == 0xFFFFFFFFu);
     const std::size_t n = targets_.size();
-    for (std::size_t i = 0; i < n; ++i)
-        std::swap(targets_[i], targets_[draw_uniform(engine, i, n - 1)]);
+    for (std::size_t i = 0; i + 1 < n;) {
+        const auto span = static_cast<Position>(n - 1 - i);
+        const Position mask = ~Position{0} >> std::countl_zero(span);
+        const Position value = static_cast<Position>(engine()) & mask;
+        const bool taken = value <= span;
+        std::swap(targets_[i], targets_[i + (taken ? value : 0)]);
+        i += taken;
+    }
     has_cycles_ = false;
 }
 

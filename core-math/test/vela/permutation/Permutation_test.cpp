@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 #include <vela/permutation/Permutation.hpp>
+#include <vela/permutation/draw_uniform.hpp>
 
 namespace vela::permutation {
 namespace {

@@ -42,6 +42,9 @@ public:
     /// Mean of each cluster, cut to integers toward zero.
     [[nodiscard]] virtual bool get_centers(std::vector<Center>& centers) const = 0;
 
+    /// `fixed_width::bit_width` of the centers, for those who do not need them in order.
+    [[nodiscard]] virtual bool get_center_width(unsigned& bits) const = 0;
+
     /// Cluster of each delta.  False without a good `learn`.
     [[nodiscard]] virtual bool get_ixs(std::vector<unsigned long>& ixs) const = 0;
 };

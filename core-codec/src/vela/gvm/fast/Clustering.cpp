@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <vela/gvm/fast/Clustering.hpp>
 #include <vela/numeric/truncate.hpp>
+#include <vela/numeric/wrap.hpp>
 
 namespace vela::gvm::fast {
 
@@ -268,15 +270,28 @@ bool Clustering<T, N>::get_sizes(std::vector<unsigned>& sizes) const {
 }
 
 template <typename T, std::size_t N>
+typename Clustering<T, N>::Center Clustering<T, N>::center_of_(const Cluster& cluster) {
+    Center center;
+    for (std::size_t axis = 0; axis < N; ++axis)
+        center[axis] = numeric::truncate_to_int32(cluster.sum[axis]) / cluster.count;
+    return center;
+}
+
+template <typename T, std::size_t N>
 bool Clustering<T, N>::get_centers(std::vector<Center>& centers) const {
     if (centers.size() != nr_clusters_) return false;
-    auto center = centers.begin();
-    for (const Position c : by_size_.order(nr_clusters_)) {
-        for (std::size_t axis = 0; axis < N; ++axis)
-            (*center)[axis] = numeric::truncate_to_int32(storage_[c].sum[axis]) / storage_[c].count;
-        ++center;
-    }
+    std::ranges::transform(by_size_.order(nr_clusters_), centers.begin(),
+                           [this](Position c) { return center_of_(storage_[c]); });
     return true;
+}
+
+template <typename T, std::size_t N>
+unsigned Clustering<T, N>::center_width() const {
+    std::uint32_t magnitudes = 0;
+    for (Position c = 0; c < nr_clusters_; ++c)
+        for (const int value : center_of_(storage_[c]))
+            magnitudes |= static_cast<std::uint32_t>(numeric::wrap_abs(value));
+    return static_cast<unsigned>(std::bit_width(magnitudes));
 }
 
 template <typename T, std::size_t N>

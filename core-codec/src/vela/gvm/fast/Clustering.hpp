@@ -52,11 +52,17 @@ public:
     /// the smallest integer over the count.  False unless the vector fits, as above.
     [[nodiscard]] bool get_centers(std::vector<Center>& centers) const;
 
+    /// Bits of the largest magnitude among the centers, 0 if there is none.  A search for the
+    /// number of clusters asks for it at every step; sorting them would take five times as long.
+    [[nodiscard]] unsigned center_width() const;
+
     /// Maps storage positions to output indices.
     void get_permutation(std::vector<unsigned long>& ixs) const;
 
 private:
     using Cluster = fast::Cluster<T, N>;
+
+    [[nodiscard]] static Center center_of_(const Cluster& cluster);
 
     /// A delta, and what the sieve saw of it.
     struct Delta {

@@ -40,6 +40,13 @@ bool Learner<T, Iterator>::get_centers(std::vector<Center>& centers) const {
 }
 
 template <typename T, typename Iterator>
+bool Learner<T, Iterator>::get_center_width(unsigned& bits) const {
+    if (!learned_) return false;
+    bits = clustering_.center_width();
+    return true;
+}
+
+template <typename T, typename Iterator>
 bool Learner<T, Iterator>::get_ixs(std::vector<unsigned long>& ixs) const {
     if (!complete_) return false;
     clustering_.get_permutation(name_of_position_);

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] T cost() const;
     [[nodiscard]] bool get_sizes(std::vector<unsigned>& sizes) const;
     [[nodiscard]] bool get_centers(std::vector<Center>& centers) const;
+    [[nodiscard]] bool get_center_width(unsigned& bits) const;
     [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs) const;
 
 private:

@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 #include <vela/Range.hpp>
+#include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/api/Learner.hpp>
 
 namespace vela::gvm::impl {
@@ -42,6 +43,17 @@ public:
     [[nodiscard]] bool get_centers(std::vector<Center>& centers) const override {
         centers.resize(nr_clusters());
         return impl_.get_centers(centers);
+    }
+
+    [[nodiscard]] bool get_center_width(unsigned& bits) const override {
+        if constexpr (requires { impl_.get_center_width(bits); }) {
+            return impl_.get_center_width(bits);
+        } else {
+            std::vector<Center> centers;
+            if (!get_centers(centers)) return false;
+            bits = fixed_width::bit_width(centers);
+            return true;
+        }
     }
 
     [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs) const override {

@@ -30,8 +30,8 @@ public:
         return computed;
     }
 
-    /// Takes over the indices.
-    [[nodiscard]] bool finish() { return learner_.get_ixs(group_); }
+    /// Takes over indices and centers.
+    [[nodiscard]] bool finish() { return learner_.get_ixs(group_) && learner_.get_centers(group_); }
 
     Fit fit = Fit::none;
 
@@ -82,13 +82,14 @@ ClusterDeltas::Code ClusterDeltas::search_(Attempt& attempt, Group& group) {
         if (!attempt(k)) return Code::failure;
     }
     group.fits = attempt.fit != Fit::too_big;
-    // Only the last attempt's indices are wanted: the fit goes by sizes and centers alone.
+    // Indices and centers are wanted of the last attempt alone: the fit goes by the sizes and by
+    // the width of the centers.
     return attempt.finish() ? Code::ok : Code::failure;
 }
 
 bool ClusterDeltas::compute_fit_(Fit& fit, Group& group, std::vector<unsigned>& sizes,
                                  const gvm::Interface& learner) {
-    if (!learner.get_centers(group) || !learner.get_sizes(sizes)) return false;
+    if (!learner.measure_centers(group) || !learner.get_sizes(sizes)) return false;
 
     unsigned rice_k = 0;
     if (!golomb_rice::OptimizeSizes(1, 7)(rice_k, group.budget.ixs_bits, sizes)) return false;

@@ -26,6 +26,10 @@ public:
     /// Fills the centers of the group, their width and the bits of their section.
     [[nodiscard]] virtual bool get_centers(Group& group) const = 0;
 
+    /// The width of the centers and the bits of their section, as `get_centers` leaves them,
+    /// without the centers.
+    [[nodiscard]] virtual bool measure_centers(Group& group) const = 0;
+
     /// Number of deltas per cluster.
     [[nodiscard]] virtual bool get_sizes(std::vector<unsigned>& sizes) const = 0;
 

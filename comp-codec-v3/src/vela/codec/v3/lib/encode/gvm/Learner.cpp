@@ -88,13 +88,27 @@ bool Learner<M>::get_centers(Group& group) const {
         origin->fill(0);
     }
 
-    const auto count = static_cast<std::uint32_t>(centers.size());
-    const std::uint32_t slots =
-        zvk::details::nr_error_centers_per_index(zvk::details::error_center_index(count));
-    const std::uint32_t bits = std::max(fixed_width::bit_width(centers), 1u) + 1;
+    set_width_(group, centers.size(), fixed_width::bit_width(centers));
+    return true;
+}
+
+// With a center moved to the origin the width depends on which one that is.
+template <unsigned M>
+bool Learner<M>::measure_centers(Group& group) const {
+    if (force_origin_) return get_centers(group);
+    unsigned width = 0;
+    if (!learner_ || !learner_->get_center_width(width)) return false;
+    set_width_(group, learner_->nr_clusters(), width);
+    return true;
+}
+
+template <unsigned M>
+void Learner<M>::set_width_(Group& group, std::size_t count, unsigned width) {
+    const std::uint32_t slots = zvk::details::nr_error_centers_per_index(
+        zvk::details::error_center_index(static_cast<std::uint32_t>(count)));
+    const std::uint32_t bits = std::max(width, 1u) + 1;
     group.record.center_bits = static_cast<std::uint8_t>(bits);
     group.budget.centers_bits = slots * bits * static_cast<std::uint32_t>(dimension);
-    return true;
 }
 
 template <unsigned M>

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] bool learn(unsigned nr_centers, bool allow_merge) override;
     [[nodiscard]] bool get_ixs(Group& group) const override;
     [[nodiscard]] bool get_centers(Group& group) const override;
+    [[nodiscard]] bool measure_centers(Group& group) const override;
     [[nodiscard]] bool get_sizes(std::vector<unsigned>& sizes) const override;
     [[nodiscard]] double cost() const override;
 
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] static typename Centers::iterator find_best_origin_(Centers& centers);
 
 private:
+    static void set_width_(Group& group, std::size_t count, unsigned width);
     static void randomize_(permutation::Permutation& permutation);
 
     bool force_origin_;
