@@ -2,6 +2,7 @@
 """Carriers that were damaged on their way are told as such, with what happened where it shows."""
 import os
 import random
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -185,6 +186,21 @@ class BrokenRuns(unittest.TestCase):
                                  capture_output=True, text=True)
         self.assertEqual(process.returncode, 0, "a failed open is not detected")
         self.assertEqual(self.check().returncode, 1)
+
+    def test_a_folder_that_may_not_be_written(self):
+        """As an ordinary user, since root may write everywhere."""
+        write_wav(self.input, tone_in_noise(1 << 12, 1))
+        program = shutil.copy(VELAENC, self.folder)  # nobody may not be let in where it was built
+        os.chmod(self.folder, 0o555)
+        self.addCleanup(os.chmod, self.folder, 0o755)
+        nobody = {"user": 65534, "group": 65534, "extra_groups": []} if os.geteuid() == 0 else {}
+        process = subprocess.run([program, *self.call[1:]], cwd=self.folder, capture_output=True,
+                                 text=True, **nobody)
+        self.assertEqual(process.returncode, 0, "a failed open is not detected")
+        self.assertFalse(os.path.exists(self.output))
+        result = self.check()
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(f"{self.output}: cannot be opened", result.stdout)
 
 
 if __name__ == "__main__":

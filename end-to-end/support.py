@@ -128,14 +128,14 @@ class Run:
         return {"all": tuple(map(float, all_.groups())),
                 **{name: tuple(map(float, rest)) for name, *rest in one}}
 
-    def check(self, *options):
-        """What carrier-check finds in the carriers, compared with the inputs."""
-        originals = []
-        for channel in channels_of(self.layout):
-            originals += ["--original", f"{channel}={os.path.join(self.folder, channel)}.wav"]
+    def check(self, *options, files=None, originals=True):
+        """What carrier-check finds in the carriers (or in `files`), compared with the inputs."""
+        compare = []
+        for channel in channels_of(self.layout) if originals else ():
+            compare += ["--original", f"{channel}={os.path.join(self.folder, channel)}.wav"]
         process = subprocess.run(
             [CARRIER_CHECK, "--frame-size", str(self.frame_size), "--layout", self.layout, "--json",
-             *originals, *options, *map(self.carrier, carriers_of(self.layout))],
+             *compare, *options, *(files or map(self.carrier, carriers_of(self.layout)))],
             capture_output=True, text=True)
         return json.loads(process.stdout)
 

@@ -11,6 +11,7 @@ namespace vela::permutation {
 template <typename Engine>
 std::uint64_t draw_bits(Engine& engine, unsigned nr_bits) {
     static_assert(Engine::min() == 0 && Engine::max() == 0xFFFFFFFFu);
+    if (nr_bits <= 32) return engine() & (~std::uint64_t{0} >> (64 - nr_bits));
     const unsigned nr_outputs = (nr_bits + 31) / 32;
     const unsigned share = nr_bits / nr_outputs;
     const unsigned nr_even_shares = nr_outputs - nr_bits % nr_outputs;

@@ -49,6 +49,19 @@ TEST(CRC16_CCITT, EachByteAgreesWithTheDivision) {
     }
 }
 
+TEST(CRC16_CCITT, ThreeBytesAtOnceAreThreeBytes) {
+    std::mt19937 engine(2);
+    CRC one, three;
+    for (int i = 0; i < 100000; ++i) {
+        const auto bits = static_cast<std::uint32_t>(engine());
+        const auto byte = [=](int ix) { return static_cast<std::uint8_t>(bits >> 8 * ix); };
+        for (int ix = 0; ix < 3; ++ix)
+            one.add(byte(ix));
+        three.add(byte(0), byte(1), byte(2));
+        ASSERT_EQ(three.value(), one.value());
+    }
+}
+
 TEST(CRC16_CCITT, AgreesWithTheDivisionAfterEachByteOfALongText) {
     std::mt19937 engine(1);
     std::vector<std::uint8_t> bytes;

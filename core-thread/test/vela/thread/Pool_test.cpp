@@ -107,12 +107,12 @@ TEST(Pool, ThreadsThatStillGetTrueGoOnWhileOthersAreFinished) {
     EXPECT_TRUE(pool.stop());
 }
 
-// A round hands out each piece of work once, whatever the threads do.
+// A round hands out each piece of work once, whatever the threads do; 10,000 rounds in all.
 TEST(Pool, ManyRoundsDoAllTheirWork) {
     for (const auto count : counts) {
         SCOPED_TRACE(count);
         Pool pool(count);
-        for (int round = 0; round < 200; ++round) {
+        for (int round = 0; round < 2500; ++round) {
             std::atomic<int> left = round % 20;
             std::atomic<int> done = 0;
             std::atomic<unsigned long> idle = 0;

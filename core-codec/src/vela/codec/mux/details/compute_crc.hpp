@@ -22,9 +22,8 @@ template <typename Value, typename Samples>
 
     vela::crc::CRC16_CCITT<unsigned short> sum;
     const auto feed = [&sum](std::uint32_t sample) {
-        sum.add(static_cast<std::uint8_t>(sample));
-        sum.add(static_cast<std::uint8_t>(sample >> 8));
-        sum.add(static_cast<std::uint8_t>(sample >> 16));
+        sum.add(static_cast<std::uint8_t>(sample), static_cast<std::uint8_t>(sample >> 8),
+                static_cast<std::uint8_t>(sample >> 16));
     };
     const auto first = samples.begin();
     for (std::size_t i = 0; i < nr_crc_bits; ++i)

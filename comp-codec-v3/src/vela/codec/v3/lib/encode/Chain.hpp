@@ -28,6 +28,10 @@ public:
     /// Forgets the scores of the frame before; the first call makes the filter.
     void start_frame();
 
+    /// Whether candidates that the filter will drop skip the stages ahead of it.  Only a log that
+    /// tells how far each came has a use for these.
+    bool drop_early = true;
+
     DetectSilence detect_silence;
     Rescaler rescaler;
     ComputeDeltas compute_deltas;
@@ -36,6 +40,7 @@ public:
     ComputeQuality compute_quality;
 
 private:
+    [[nodiscard]] bool is_pointless_(const Group& group) const;
     Code attempt_(Group& group);
 
     std::shared_ptr<Filter> filter_;

@@ -30,6 +30,9 @@ public:
         return computed;
     }
 
+    /// Takes over the indices.
+    [[nodiscard]] bool finish() { return learner_.get_ixs(group_); }
+
     Fit fit = Fit::none;
 
 private:
@@ -79,13 +82,13 @@ ClusterDeltas::Code ClusterDeltas::search_(Attempt& attempt, Group& group) {
         if (!attempt(k)) return Code::failure;
     }
     group.fits = attempt.fit != Fit::too_big;
-    return Code::ok;
+    // Only the last attempt's indices are wanted: the fit goes by sizes and centers alone.
+    return attempt.finish() ? Code::ok : Code::failure;
 }
 
 bool ClusterDeltas::compute_fit_(Fit& fit, Group& group, std::vector<unsigned>& sizes,
                                  const gvm::Interface& learner) {
-    if (!learner.get_ixs(group) || !learner.get_centers(group) || !learner.get_sizes(sizes))
-        return false;
+    if (!learner.get_centers(group) || !learner.get_sizes(sizes)) return false;
 
     unsigned rice_k = 0;
     if (!golomb_rice::OptimizeSizes(1, 7)(rice_k, group.budget.ixs_bits, sizes)) return false;

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <vela/audio/Quality.hpp>
 #include <vela/audio/decibel.hpp>
 #include <vela/codec/v3/lib/encode/ComputeQuality.hpp>
@@ -17,14 +18,35 @@ constexpr double floor_db = -144.0;
 constexpr double floor_mean_square = 3.9810717055349695e-15;  // of -144 dB
 constexpr double score_per_silent_bitline = 0.01;
 
-// Mean square of the error, in dB of full scale.
-double error_db(std::span<const int> orig, std::span<const int> rebuilt) {
-    double sum = 0;
+// Sum of the squared errors, added up in order and in double precision.  Where all of it stays
+// below 2^53 every partial sum is an integer that a double holds, so that integers give the same,
+// several at a time.
+double sum_of_squares(std::span<const int> orig, std::span<const int> rebuilt) {
+    constexpr std::uint64_t exact = std::uint64_t{1} << 53;
+    constexpr std::uint32_t largest = 1u << 20;  // 4096 squares of it stay below
+    std::uint64_t sum = 0;
+    std::uint32_t magnitudes = 0;
+    for (std::size_t i = 0; i < orig.size(); ++i) {
+        const auto error =
+            static_cast<std::uint32_t>(numeric::wrap_abs(numeric::wrap_sub(orig[i], rebuilt[i])));
+        magnitudes |= error;
+        sum += std::uint64_t{error} * error;
+    }
+    if (magnitudes < largest && orig.size() <= exact / largest / largest)
+        return static_cast<double>(sum);
+
+    double in_order = 0;
     for (std::size_t i = 0; i < orig.size(); ++i) {
         const double error = numeric::wrap_sub(orig[i], rebuilt[i]);
-        sum += error * error;
+        in_order += error * error;
     }
-    const double mean = sum / static_cast<double>(orig.size()) * 0x1p-23 * 0x1p-23;
+    return in_order;
+}
+
+// Mean square of the error, in dB of full scale.
+double error_db(std::span<const int> orig, std::span<const int> rebuilt) {
+    const double mean =
+        sum_of_squares(orig, rebuilt) / static_cast<double>(orig.size()) * 0x1p-23 * 0x1p-23;
     return mean <= floor_mean_square ? floor_db : 10 * std::log10(mean);
 }
 

@@ -16,6 +16,8 @@ class CandidateLog {
 public:
     CandidateLog();
 
+    [[nodiscard]] bool is_open() const { return out_.is_open(); }
+
     void add(const encode::Group& group, encode::Chain::Code code);
     void add_winner(const encode::Group& group);
     void end_frame() { ++frame_; }

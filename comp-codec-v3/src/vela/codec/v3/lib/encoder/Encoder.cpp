@@ -42,6 +42,7 @@ Encoder::Encoder(const api::SpeakerLayout& input, const api::SpeakerLayout& outp
     if (parse_version(own_version_, version_text)) version_.set_value(own_version_, 1);
     unsigned hash = 0;
     if (Strange(std::string(build_hash_text)).pop_int(hash, 16)) git_hash_.set_value(hash, 2);
+    chain_.drop_early = !candidate_log_.is_open();
 }
 
 bool Encoder::set_option(const std::string& key, int value) {

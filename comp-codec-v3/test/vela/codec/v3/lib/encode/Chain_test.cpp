@@ -59,6 +59,32 @@ TEST(Chain, AttemptsThatOverflowFeedTheFilter) {
     EXPECT_EQ(nr_dropped(chain), 1) << "two points drop one side";
 }
 
+// Dropping ahead of the stages that would have been wasted must not be seen, failures included.
+TEST(Chain, DropsTheSameCandidatesEarlyAndLate) {
+    int nr_filtered = 0;
+    for (const std::size_t size : {4u, 5u, 6u, 64u, 1024u})
+        for (unsigned seed = 0; seed < 6; ++seed) {
+            Chain early, late;
+            late.drop_early = false;
+            for (Chain* const chain : {&early, &late})  // the engine of the shuffles is shared
+                chain->cluster_deltas.settings.randomize_deltas = false;
+            early.start_frame();
+            late.start_frame();
+            for (const std::uint32_t b : {8u, 9u, 7u, 10u, 6u, 11u, 5u, 2u, 17u}) {
+                const auto candidate = [&] {
+                    return group_of(b, {music(size, seed), music(size, seed + 1)});
+                };
+                Group first = candidate(), second = candidate();
+                const auto code = early(first);
+                ASSERT_EQ(code, late(second)) << size << ' ' << seed << ' ' << b;
+                ASSERT_EQ(first.has_score, second.has_score);
+                ASSERT_TRUE(!first.has_score || first.score == second.score);
+                nr_filtered += code == Code::filtered;
+            }
+        }
+    EXPECT_GT(nr_filtered, 20);
+}
+
 TEST(Chain, StagesShareOneFilter) {
     Chain chain;
     EXPECT_EQ(chain.cluster_deltas.filter, nullptr);

@@ -27,6 +27,30 @@ TEST(ComputeQuality, ErrorsAreThoseOfTheShift) {
     EXPECT_NEAR(group.crest[0], 8 / std::sqrt(48.0), 1e-9);
 }
 
+// However large the errors are, their squares add up as doubles do, one after the other.
+TEST(ComputeQuality, SquaresOfErrorsAddUpInDoublePrecision) {
+    for (int bits = 1; bits <= 24; ++bits)
+        for (const std::size_t size : {1u, 7u, 1024u, 4096u}) {
+            // A channel that is dropped as silent is measured against zeros.
+            Group group = group_of(3, {noise(size, 1), noise(size, 2, 1 << (bits - 1))});
+            const auto errors = samples_of(group.origs[1]);
+            Chain chain;
+            ASSERT_TRUE(chain.detect_silence(group));
+            group.active.resize(1);
+            ASSERT_TRUE(chain.rescaler(group));
+            group.mixed = samples_of(group.rescaled[0]);
+            group.fits = true;
+            ASSERT_TRUE(chain.compute_quality(group));
+
+            double sum = 0;
+            for (const int error : errors)
+                sum += static_cast<double>(error) * error;
+            const double mean = sum / static_cast<double>(size) * 0x1p-23 * 0x1p-23;
+            EXPECT_EQ(group.dbrms[1],
+                      mean <= 3.9810717055349695e-15 ? -144.0 : 10 * std::log10(mean));
+        }
+}
+
 TEST(ComputeQuality, OfSilentGroupsTheFewestBitlinesWin) {
     for (const std::uint32_t b : {3u, 7u, 12u}) {
         Group group = group_of(b, {{0, 1, 0, -1}, {0, 0, 0, 0}});
