@@ -11,8 +11,8 @@ namespace vela::gvm::fast {
 /// Which deltas belong to which storage position.
 ///
 /// Each delta holds the number of the list that it was put in, and each position the number of its
-/// list.  To append a list is to note the two numbers; indices are resolved once, when they are
-/// asked for: 1024 deltas take a microsecond, as linked lists they took six.
+/// list.  To append a list is to note the two numbers; which delta is where is resolved once, when
+/// it is asked for.
 /// Every function gives false, and changes nothing, if an index is out of range.
 class Membership {
 public:

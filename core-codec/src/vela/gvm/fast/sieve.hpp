@@ -45,7 +45,8 @@ struct Shadow {
 
 inline constexpr std::size_t padding = 16;
 
-/// Deltas that are looked at together: one pass over the clusters serves them all.
+/// Deltas that are looked at together: one pass over the clusters serves them all, and their lows
+/// fill the registers of AVX2.
 inline constexpr std::size_t batch = 4;
 
 inline constexpr std::uint32_t several = std::numeric_limits<std::uint32_t>::max();

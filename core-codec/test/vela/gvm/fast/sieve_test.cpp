@@ -51,8 +51,8 @@ struct Clusters {
     Cluster<double, N> alone() {
         typename Cluster<double, N>::Vector delta;
         for (double& x : delta)
-            x = offset + static_cast<int>(engine() % (2u * static_cast<unsigned>(magnitude) + 1)) -
-                magnitude;
+            x = static_cast<double>(offset) - magnitude +
+                static_cast<double>(engine() % (2u * static_cast<unsigned>(magnitude) + 1));
         return Cluster<double, N>::alone(delta);
     }
 
