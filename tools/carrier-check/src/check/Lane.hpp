@@ -16,7 +16,7 @@ struct Lane {
     CarrierReport report;
     std::size_t nr_problem_blocks = 0;
     bool compared = false;   ///< with the originals
-    bool explained = false;  ///< what happened to the whole carrier was told
+    bool explained = false;  ///< what happened to the whole carrier is printed
     bool ended = false;
 
     [[nodiscard]] std::span<const int> samples() const { return track->samples(channel); }
