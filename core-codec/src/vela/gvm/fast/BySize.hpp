@@ -47,6 +47,9 @@ private:
         return static_cast<std::uint64_t>(count) << 32;
     }
 
+    void sort_all_(std::size_t nr_clusters) const;
+    void sort_again_(std::size_t nr_clusters) const;
+
     std::vector<std::uint64_t> keys_;
     std::uint64_t behind_ = middle_;
     std::uint64_t before_ = middle_;

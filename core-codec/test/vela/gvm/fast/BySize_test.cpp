@@ -27,6 +27,8 @@ TEST(FastBySize, EqualSizesKeepTheOrderInWhichTheyWereReached) {
     by_size.grow(2, 2);
     by_size.grow(1, 2);
     EXPECT_EQ(order_of(by_size, 4), (Positions{2, 1, 0, 3}));
+    by_size.grow(0, 3);
+    EXPECT_EQ(order_of(by_size, 3), (Positions{0, 2, 1}));
 }
 
 TEST(FastBySize, AClusterThatShrinksStandsBeforeOthersOfItsSize) {
