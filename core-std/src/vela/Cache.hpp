@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace vela {
@@ -18,8 +19,10 @@ public:
     Cache& operator=(const Cache&) = default;
     ~Cache() = default;
 
-    Cache(Cache&& other) { *this = std::move(other); }
-    Cache& operator=(Cache&& other) {
+    Cache(Cache&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
+        *this = std::move(other);
+    }
+    Cache& operator=(Cache&& other) noexcept(std::is_nothrow_move_constructible_v<T>) {
         if (this == &other) return *this;
         if (other.has_value())
             set(std::move(*other));

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <vela/api/Channel.hpp>
 
 namespace vela::api {
@@ -159,6 +160,7 @@ void Channel::stream(std::ostream& out) const {
 const std::vector<Channel>& channel::all() {
     static const std::vector<Channel> channels = [] {
         std::vector<Channel> by_id;
+        by_id.reserve(std::size(entries));
         for (const Entry& entry : entries)
             by_id.push_back(Channel::create(entry.id));
         return by_id;

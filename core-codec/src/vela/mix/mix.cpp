@@ -6,7 +6,6 @@
 
 namespace vela::mix {
 
-using numeric::wrap_add;
 using numeric::wrap_mul;
 using numeric::wrap_sub;
 

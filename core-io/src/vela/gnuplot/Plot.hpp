@@ -76,7 +76,7 @@ public:
     }
 
     /// The source writes nothing when it ends, and takes no more rows.
-    Plot(Plot&& other)
+    Plot(Plot&& other) noexcept
         : datas(std::move(other.datas)),
           title(std::move(other.title)),
           label(std::move(other.label)),

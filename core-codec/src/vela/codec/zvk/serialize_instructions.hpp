@@ -43,7 +43,7 @@ template <typename Writer>
 [[nodiscard]] bool serialize(typename Writer::Cursor& at, unsigned& bits_left,
                              const std::vector<dmol::Instruction>& instructions) {
     constexpr std::uint32_t tag = 1;
-    constexpr std::uint32_t end = static_cast<std::uint32_t>(dmol::Opcode::End);
+    constexpr auto end = static_cast<std::uint32_t>(dmol::Opcode::End);
     if (instructions.empty()) return true;
     if (!details::put<Writer>(at, bits_left, tag, 8)) return false;
     for (const dmol::Instruction& instruction : instructions)
