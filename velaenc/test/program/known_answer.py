@@ -55,7 +55,8 @@ def compare_file(name, want, got):
     return first_difference(masked_lines(want), masked_lines(got), name)
 
 
-def main(program, data, name):
+def differences(program, data, name):
+    """What is wrong, as texts."""
     answer = os.path.join(data, "answers", name)
     with tempfile.TemporaryDirectory() as top:
         for link in ("input", "metadata.txt"):
@@ -79,6 +80,11 @@ def main(program, data, name):
         for file in sorted(want & got):
             faults += compare_file(file, read(os.path.join(answer, file)),
                                    read(os.path.join(folder, file)))
+    return faults
+
+
+def main(program, data, name):
+    faults = differences(program, data, name)
     print("\n".join(faults))
     return 1 if faults else 0
 
