@@ -30,7 +30,7 @@ bool Chain::is_pointless_(const Group& group) const {
 }
 
 Chain::Code Chain::operator()(Group& group) {
-    if (drop_early && is_pointless_(group)) return Code::filtered;
+    if (drops(group)) return Code::filtered;
     if (!detect_silence(group)) return Code::failure;
 
     group.overflow = true;

@@ -25,6 +25,12 @@ public:
     /// Runs one candidate.  `filtered` means that it cannot win and was dropped.
     [[nodiscard]] Code operator()(Group& group);
 
+    /// Whether the call above would drop the candidate before it does anything.  Whoever hands out
+    /// candidates can save itself the hand-over.
+    [[nodiscard]] bool drops(const Group& group) const {
+        return drop_early && is_pointless_(group);
+    }
+
     /// Forgets the scores of the frame before; the first call makes the filter.
     void start_frame();
 

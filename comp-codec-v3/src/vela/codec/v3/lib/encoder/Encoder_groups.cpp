@@ -121,6 +121,7 @@ bool Encoder::try_candidates_(CandidateQueue& queue) {
     chain_.start_frame();
 
     const bool fed = queue.feed([&](const GroupPtr& group) {
+        if (chain_.drops(*group)) return true;
         {
             auto push = pingpong.start_filling();
             if (!push) return false;
