@@ -52,6 +52,12 @@ class InstructionSets(unittest.TestCase):
     def test_avx512(self):
         self.forced("avx512")
 
+    def test_a_set_that_is_not_there_fails_loudly(self):
+        """Else a test or a timing would speak of another set than it names."""
+        with unittest.mock.patch.dict(os.environ, VELA_INSTRUCTION_SET="avx1024"):
+            said = known_answer.differences(VELAENC, ANSWERS, "white-testmix3")
+        self.assertIn('VELA_INSTRUCTION_SET is "avx1024", but this machine has', "".join(said))
+
     @unittest.skipUnless(EMULATOR, "qemu-user is not installed")
     def test_a_processor_without_avx(self):
         with tempfile.TemporaryDirectory() as folder:

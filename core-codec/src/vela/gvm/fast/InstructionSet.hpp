@@ -1,11 +1,20 @@
 #pragma once
 
+#include <string_view>
+
 namespace vela::gvm::fast {
 
 enum class InstructionSet { sse2, avx2, avx512 };
 
-/// The best that this machine has.  Test builds take a lesser one, "sse2" or "avx2", from the
-/// environment variable VELA_INSTRUCTION_SET.
+/// Whether this machine has the set of that name, "sse2", "avx2" or "avx512"; false for other
+/// names.
+[[nodiscard]] bool machine_has(std::string_view name);
+
+/// The best that this machine has.
+///
+/// Test builds take the one that the environment variable VELA_INSTRUCTION_SET names, if any.  If
+/// the machine does not have it the process ends there, with a message: who forces a set would
+/// otherwise test or time another one without knowing.
 [[nodiscard]] InstructionSet instruction_set();
 
 }  // namespace vela::gvm::fast

@@ -6,19 +6,12 @@
 #include <random>
 #include <string>
 #include <vector>
+#include <vela/gvm/fast/InstructionSet.hpp>
 #include <vela/gvm/fast/Storage.hpp>
 #include <vela/gvm/fast/sieve_sets.hpp>
 
 namespace vela::gvm::fast::sieve {
 namespace {
-
-bool machine_has([[maybe_unused]] const std::string& set) {
-#if defined(__x86_64__)
-    if (set == "avx2") return __builtin_cpu_supports("avx2");
-    if (set == "avx512") return __builtin_cpu_supports("avx512f");
-#endif
-    return set == "sse2";
-}
 
 template <std::size_t N>
 const Functions<N>& functions_of(const std::string& set) {
