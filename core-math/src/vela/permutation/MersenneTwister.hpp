@@ -10,9 +10,9 @@ namespace vela::permutation {
 /// MT19937 of Matsumoto and Nishimura (1998): 32 random bits a call, the sequence of
 /// `std::mt19937`.
 ///
-/// Outputs are made a block at a time by loops that compilers vectorise, and whoever needs many
-/// takes them from the block: 0.4 ns each.  One call for each over the library's engine, whose
-/// words are 64 bits wide, takes 2 to 5 ns.
+/// Outputs are made a block at a time by loops that compilers vectorise.  Taken from the block, one
+/// costs 0.4 ns, and 0.7 ns by a call; by a call of the library's engine, whose words are 64 bits
+/// wide, 1.2 (Clang) to 4.9 ns (GCC).
 ///
 /// Threads:  one at a time.
 class MersenneTwister {
