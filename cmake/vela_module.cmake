@@ -71,10 +71,12 @@ function(vela_module name)
 endfunction()
 
 # vela_threads_test(MODULE FILTER): the module's tests of that gtest filter as a CTest of its own with
-# the label "threads"; the target threads-tests builds all that these need.
+# the label "threads"; the target threads-tests builds all that these need.  With 16 processors given
+# out, as many threads are at work at once on any machine.
 add_custom_target(threads-tests)
 function(vela_threads_test name filter)
   add_test(NAME ${name}.threads COMMAND ${name}-test --gtest_filter=${filter} --gtest_brief=1)
-  set_tests_properties(${name}.threads PROPERTIES LABELS threads)
+  set_tests_properties(${name}.threads PROPERTIES
+    LABELS threads ENVIRONMENT VELA_PROCESSORS=16)
   add_dependencies(threads-tests ${name}-test)
 endfunction()

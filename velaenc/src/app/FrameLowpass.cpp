@@ -18,6 +18,10 @@ bool FrameLowpass::feed(vela::audio::Frames& current, vela::audio::Frames& upcom
     for (const auto& [key, raw] : input) {
         Filter* const filter = goc_filter_(key, messages);
         if (!filter) return false;
+        if (type_ == vela::filter::lowpass::Type::None) {
+            upcoming.set(raw);  // shares the samples
+            continue;
+        }
         const auto size = raw.size();
         const auto delay = filter->delay();
         if (delay > size) {

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <mutex>
-#include <random>
 #include <vector>
 #include <vela/Range.hpp>
+#include <vela/permutation/MersenneTwister.hpp>
 
 namespace vela::dither {
 
@@ -35,7 +35,7 @@ private:
     void generate_pool_(unsigned bits);
     std::uint32_t generate_offset_in_rnds_(unsigned long count, unsigned long offset) const;
 
-    mutable std::mt19937 rng_;
+    mutable permutation::MersenneTwister rng_;
     /// Guards `rng_`.  All else is only read once the table is made.
     mutable std::mutex mutex_;
     int mean_;

@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <random>
 #include <vector>
 #include <vela/permutation/Permutation.hpp>
 
@@ -9,7 +8,7 @@ namespace {
 
 // What each learner does before it learns: a block of 1024 samples.
 void make(benchmark::State& state) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     std::vector<unsigned long> elements(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) {
         Permutation permutation;
@@ -24,7 +23,7 @@ void make(benchmark::State& state) {
 BENCHMARK(make)->Arg(1024);
 
 void shuffle(benchmark::State& state) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     std::vector<int> values(2 * static_cast<std::size_t>(state.range(0)));
     using At = segment::Iterator<2, int>;
     const Range<At> pairs(At(values.data()), At(values.data() + values.size()));

@@ -25,8 +25,7 @@ Range<segment::Iterator<N, int>> range_over(std::vector<int>& values) {
     return {At(values.data()), At(values.data() + values.size())};
 }
 
-template <typename Engine>
-Permutation random_permutation(std::size_t n, Engine& engine) {
+Permutation random_permutation(std::size_t n, MersenneTwister& engine) {
     Permutation permutation;
     permutation.identity(n);
     permutation.randomize(engine);
@@ -53,7 +52,7 @@ TEST(Permutation, IdentityMovesNothing) {
 }
 
 TEST(Permutation, IdentityDropsWhatWasThere) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     auto permutation = random_permutation(100, engine);
     auto values = iota(100);
     ASSERT_TRUE(permutation.shuffle(values));
@@ -64,9 +63,9 @@ TEST(Permutation, IdentityDropsWhatWasThere) {
 }
 
 TEST(Permutation, OfNothingShufflesNothing) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     auto permutation = random_permutation(0, engine);
-    EXPECT_EQ(engine, std::mt19937());
+    EXPECT_EQ(engine(), MersenneTwister()());
     permutation.invert();
     Values none;
     EXPECT_TRUE(permutation.shuffle(none));
@@ -74,9 +73,9 @@ TEST(Permutation, OfNothingShufflesNothing) {
 }
 
 TEST(Permutation, OfOneDrawsNoNumberAndIsAFixedPoint) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     auto permutation = random_permutation(1, engine);
-    EXPECT_EQ(engine, std::mt19937());
+    EXPECT_EQ(engine(), MersenneTwister()());
     Values values{42};
     EXPECT_TRUE(permutation.shuffle(values));
     EXPECT_EQ(values, Values{42});
@@ -87,7 +86,7 @@ TEST(Permutation, OfOneDrawsNoNumberAndIsAFixedPoint) {
 
 // The orders that the default engine gives decide which carrier comes out.
 TEST(Permutation, DefaultMersenneTwisterGivesTheseOrders) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     for (const Values& expected :
          {Values{6, 3, 4, 2, 0, 7, 5, 1}, Values{5, 7, 0, 6, 1, 2, 4, 3}}) {
         const auto permutation = random_permutation(8, engine);
@@ -98,7 +97,7 @@ TEST(Permutation, DefaultMersenneTwisterGivesTheseOrders) {
 }
 
 TEST(Permutation, RandomizeStartsFromWhatIsThere) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     auto permutation = random_permutation(8, engine);
     auto values = iota(8);
     ASSERT_TRUE(permutation.shuffle(values));
@@ -109,20 +108,32 @@ TEST(Permutation, RandomizeStartsFromWhatIsThere) {
     EXPECT_TRUE(std::ranges::is_permutation(again, values));
 }
 
+// One output more or less for one learner, and all learners after it would see other orders.
+void equals_the_twin(std::size_t n, MersenneTwister& engine, std::mt19937& twin_engine) {
+    SCOPED_TRACE(n);
+    const auto permutation = random_permutation(n, engine);
+    auto values = iota(n);
+    const auto expected = twin(values, twin_engine);
+    ASSERT_TRUE(permutation.shuffle(values));
+    ASSERT_EQ(values, expected);
+    ASSERT_EQ(engine(), twin_engine()) << "draws as many numbers";
+}
+
 TEST(Permutation, MovesEachElementToItsTarget) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     std::mt19937 twin_engine;
-    for (std::size_t n = 1; n < 200; ++n) {
-        const auto permutation = random_permutation(n, engine);
-        auto values = iota(n);
-        const auto expected = twin(values, twin_engine);
-        ASSERT_TRUE(permutation.shuffle(values));
-        ASSERT_EQ(values, expected) << n;
-    }
+    for (std::size_t n = 0; n < 200; ++n)
+        equals_the_twin(n, engine, twin_engine);
+    for (const std::size_t power : {256u, 512u, 1024u, 2048u, 4096u, 65536u})
+        for (const std::size_t n : {power - 1, power, power + 1})
+            equals_the_twin(n, engine, twin_engine);
+    for (int i = 0; i < 100; ++i)
+        for (const std::size_t n : {2u, 440u, 624u, 1000u, 1024u})
+            equals_the_twin(n, engine, twin_engine);
 }
 
 TEST(Permutation, TheInverseRestoresAVector) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     for (std::size_t n = 1; n < 100; ++n) {
         const auto permutation = random_permutation(n, engine);
         auto inverse = permutation;
@@ -138,7 +149,7 @@ TEST(Permutation, TheInverseRestoresAVector) {
 }
 
 TEST(Permutation, InvertedTwiceItIsTheSame) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     const auto permutation = random_permutation(50, engine);
     auto twice = permutation;
     twice.invert();
@@ -150,9 +161,8 @@ TEST(Permutation, InvertedTwiceItIsTheSame) {
     EXPECT_EQ(a, b);
 }
 
-// After an inversion the cycles that are kept must fit the targets that a new draw starts from.
 TEST(Permutation, AnInverseCanBeRandomized) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     auto permutation = random_permutation(50, engine);
     permutation.invert();
     permutation.randomize(engine);
@@ -168,7 +178,7 @@ TEST(Permutation, AnInverseCanBeRandomized) {
 template <std::size_t N>
 void moves_whole_elements() {
     SCOPED_TRACE(N);
-    std::mt19937 engine;
+    MersenneTwister engine;
     for (const std::size_t n : {1u, 2u, 3u, 64u, 1000u}) {
         const auto permutation = random_permutation(n, engine);
         std::vector<int> values(N * n);
@@ -188,7 +198,7 @@ TEST(Permutation, ARangeMovesLikeAVectorWithItsElementsKeptWhole) {
 }
 
 TEST(Permutation, AnotherCountIsRefusedAndLeftAlone) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     const auto permutation = random_permutation(4, engine);
     for (const std::size_t n : {0u, 3u, 5u}) {
         auto values = iota(n);
@@ -202,7 +212,7 @@ TEST(Permutation, AnotherCountIsRefusedAndLeftAlone) {
 }
 
 TEST(Permutation, AllOrdersAreEquallyLikely) {
-    std::mt19937 engine;
+    MersenneTwister engine;
     std::array<int, 64> counts{};
     for (int i = 0; i < 60000; ++i) {
         const auto permutation = random_permutation(3, engine);

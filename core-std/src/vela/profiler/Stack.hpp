@@ -101,7 +101,8 @@ void Stack<Key>::stream(std::ostream& out) const {
 // Whole microseconds: what lies below is noise to the reader.
 template <typename Key>
 double Stack<Key>::seconds_(Nanoseconds duration) {
-    return static_cast<double>(duration / 1000) * 1e-6;
+    const Nanoseconds microseconds = duration / 1000;
+    return static_cast<double>(microseconds) * 1e-6;
 }
 
 template <typename Key>

@@ -81,8 +81,7 @@ private:
     Side drain_state_ = Side::stopped;
     std::mutex mutex_;  // guards all of these, but not what is in a busy slot
 
-    // A ready slot is for one alone.  Waking all for it would cost more than most candidates do:
-    // with 16 threads on two cores a run takes half as long like this.
+    // A ready slot is for one alone; the others need not be woken for it.
     std::condition_variable fill_cv_;
     std::condition_variable drain_cv_;
 };

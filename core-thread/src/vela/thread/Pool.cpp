@@ -1,11 +1,15 @@
+#include <chrono>
 #include <utility>
 #include <vela/thread/Pool.hpp>
 
 namespace vela::thread {
 
 Pool::Pool(unsigned long nr_threads) : nr_threads_(nr_threads) {
-    for (std::uint64_t i = 0; i < nr_threads_; ++i)
-        threads_.emplace_back([this] { (*this)(); });
+    for (std::uint64_t i = 0; i < nr_threads_; ++i) {
+        Worker& worker = threads_.emplace_back();
+        worker.number = i;
+        worker.thread = std::thread([this, &worker] { (*this)(worker); });
+    }
 }
 
 Pool::~Pool() {
@@ -13,95 +17,94 @@ Pool::~Pool() {
     {
         const Lock lock(mutex_);
         quit_ = true;
+        for (Worker& worker : threads_)
+            worker.start_cv.notify_one();
     }
-    start_cv_.notify_all();
     while (!threads_.empty()) {
-        threads_.front().join();
+        threads_.front().thread.join();
         threads_.pop_front();
     }
 }
 
-bool Pool::start_(std::function<bool()> task) {
-    Lock lock(mutex_);
-    if (nr_threads_ == 0 || state_ != State::idle) return false;
+bool Pool::start_(std::function<bool()> task, std::uint64_t nr_wanted) {
+    const Lock lock(mutex_);
+    if (nr_wanted == 0 || nr_wanted > nr_threads_ || state_ != State::idle) return false;
 
     task_ = std::move(task);
     on_all_done_ = [] {};
+    ++round_;
+    nr_wanted_ = nr_wanted;
     state_ = State::starting;
-    start_cv_.notify_all();
-    // A quick task may have made some threads finished by now: they have taken it up, too.
-    control_cv_.wait(lock, [this] { return nr_running_ + nr_finished_ == nr_threads_; });
-    state_ = State::running;
+    for (Worker& worker : threads_)
+        if (worker.number < nr_wanted) worker.start_cv.notify_one();
     return true;
 }
 
 bool Pool::stop() {
     Lock lock(mutex_);
-    if (state_ != State::running) return false;
+    if (state_ == State::idle) return false;
 
+    control_wait_(lock, [this] { return state_ == State::running; });
     state_ = State::stopping;
-    start_cv_.notify_all();
-    control_cv_.wait(lock, [this] { return nr_running_ == 0 && nr_finished_ == 0; });
+    control_wait_(lock, [this] { return nr_running_ == 0; });
+    nr_finished_ = 0;
     state_ = State::idle;
     task_ = nullptr;
     on_all_done_ = nullptr;
     return true;
 }
 
-void Pool::operator()() {
+// What is waited for is mostly near, and to fall asleep and be woken takes longer than this.
+template <typename Condition>
+void Pool::control_wait_(Lock& lock, Condition condition) {
+    using Clock = std::chrono::steady_clock;
+    const auto until = Clock::now() + std::chrono::microseconds(50);
+    while (!condition() && Clock::now() < until) {
+        lock.unlock();
+        std::this_thread::yield();
+        lock.lock();
+    }
+    control_cv_.wait(lock, condition);
+}
+
+void Pool::operator()(Worker& worker) {
     Lock lock(mutex_);
-    auto phase = Phase::waiting;
-    while (!quit_) {
-        switch (phase) {
-            case Phase::waiting:
-                phase = wait_for_start_(lock);
-                break;
-            case Phase::running:
-                phase = run_task_(lock);
-                break;
-            case Phase::finished:
-                phase = wait_for_stop_(lock);
-                break;
-        }
-    }
+    while (wait_for_round_(lock, worker))
+        run_task_(lock);
 }
 
-Pool::Phase Pool::wait_for_start_(Lock& lock) {
-    start_cv_.wait(lock, [this] { return state_ == State::starting || quit_; });
-    if (state_ != State::starting) return Phase::waiting;
+// False if there will be no more rounds.
+bool Pool::wait_for_round_(Lock& lock, Worker& worker) {
+    worker.start_cv.wait(lock, [&] {
+        const bool wanted = worker.number < nr_wanted_ && worker.last_round != round_;
+        return quit_ || (state_ == State::starting && wanted);
+    });
+    if (quit_) return false;
+    worker.last_round = round_;
     ++nr_running_;
-    control_cv_.notify_one();
-    return Phase::running;
+    if (nr_running_ + nr_finished_ == nr_wanted_) {
+        state_ = State::running;
+        control_cv_.notify_one();
+    }
+    return true;
 }
 
-Pool::Phase Pool::run_task_(Lock& lock) {
-    if (state_ == State::stopping) {
-        --nr_running_;
-        control_cv_.notify_one();
-        return Phase::waiting;
+void Pool::run_task_(Lock& lock) {
+    bool again = true;
+    while (again && state_ != State::stopping) {
+        lock.unlock();
+        again = task_();
+        lock.lock();
     }
-    lock.unlock();
-    const bool again = task_();
-    lock.lock();
-    if (again) return Phase::running;
-
-    --nr_running_;
-    ++nr_finished_;
-    if (nr_running_ == 0 && nr_finished_ == nr_threads_) {
-        // Still counted as finished, so that `stop` waits and leaves the function in place.
+    if (!again && nr_running_ == 1 && nr_finished_ + 1 == nr_wanted_) {
+        // Still counted as running, so that `stop` waits and leaves the function in place.
         lock.unlock();
         on_all_done_();
         lock.lock();
     }
-    return Phase::finished;
-}
-
-Pool::Phase Pool::wait_for_stop_(Lock& lock) {
-    start_cv_.wait(lock, [this] { return state_ == State::stopping || quit_; });
-    if (state_ != State::stopping) return Phase::finished;
-    --nr_finished_;
-    control_cv_.notify_one();
-    return Phase::waiting;
+    --nr_running_;
+    if (!again) ++nr_finished_;
+    if (nr_running_ == 0) control_cv_.notify_one();
 }
 
 }  // namespace vela::thread

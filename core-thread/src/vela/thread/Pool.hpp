@@ -11,13 +11,17 @@ namespace vela::thread {
 
 /// A fixed set of threads that all run one task, over and over, until each gets false from it.
 ///
-/// This is no queue: the task fetches its work itself, from a `PingPong`, say.  A round goes from
-/// `start` to `stop`; the threads live as long as the pool, so that a round makes no thread.
+/// This is no queue: the task fetches its work itself.  A round goes from `start` to `stop`; the
+/// threads live as long as the pool, so that a round makes no thread.
 ///
 ///     round     idle -> starting -> running -> stopping -> idle
 ///     thread    waiting -> running (-> finished, on false) -> waiting
 ///
 /// A thread that got false sits out the rest of the round; the others go on until they see it too.
+///
+/// To wake a thread on a processor that sleeps costs as much as a small candidate does.  So a round
+/// wakes no more threads than it is started for, the same ones each time, whose memory is near, and
+/// each of them once: a thread that is finished sleeps on into the next round.
 ///
 /// Threads:  one thread controls the pool; the task runs on all its threads at once, unlocked.
 class Pool {
@@ -31,40 +35,56 @@ public:
 
     [[nodiscard]] std::uint64_t nr_threads() const { return nr_threads_; }
 
-    /// Runs a copy of `task`, a callable that returns bool, on every thread; returns when all have
-    /// taken it up.  False, with nothing done, without threads or before the last round is stopped.
+    /// Runs a copy of `task`, a callable that returns bool, on every thread.  False, with nothing
+    /// done, without threads or before the last round is stopped.
     template <typename F>
     [[nodiscard]] bool start(const F& task) {
-        return start_(std::function<bool()>(task));
+        return start(task, nr_threads_);
     }
 
-    /// Waits until each thread is through with its current call, and ends the round.  False, at
-    /// once, if there is no round.
+    /// The same on the first `nr_wanted` of the threads, 1 to all of them.
+    template <typename F>
+    [[nodiscard]] bool start(const F& task, std::uint64_t nr_wanted) {
+        return start_(std::function<bool()>(task), nr_wanted);
+    }
+
+    /// Waits until all threads have taken up the task and are through with their current call, and
+    /// ends the round.  False, at once, if there is no round.
     bool stop();
 
 private:
     enum class State { idle, starting, running, stopping };
-    enum class Phase { waiting, running, finished };
     using Lock = std::unique_lock<std::mutex>;
 
-    bool start_(std::function<bool()> task);
+    struct Worker {
+        std::uint64_t number = 0;
+        std::uint64_t last_round = 0;      ///< that it took part in
+        std::condition_variable start_cv;  ///< it waits here
+        std::thread thread;
+    };
 
-    /// The body of each thread, a function per phase; each gives the phase to go on with.
-    void operator()();
-    Phase wait_for_start_(Lock& lock);
-    Phase run_task_(Lock& lock);
-    Phase wait_for_stop_(Lock& lock);
+    bool start_(std::function<bool()> task, std::uint64_t nr_wanted);
+
+    /// The body of each thread.
+    void operator()(Worker& worker);
+    bool wait_for_round_(Lock& lock, Worker& worker);
+    void run_task_(Lock& lock);
+
+    template <typename Condition>
+    void control_wait_(Lock& lock, Condition condition);
 
     const std::uint64_t nr_threads_;
     State state_ = State::idle;
     std::function<bool()> task_;
     std::function<void()> on_all_done_;
-    std::list<std::thread> threads_;
+    std::list<Worker> threads_;
+    std::uint64_t round_ = 0;  // counts them
+    std::uint64_t nr_wanted_ = 0;
     std::uint64_t nr_running_ = 0;
     std::uint64_t nr_finished_ = 0;
-    std::mutex mutex_;                    // guards all of these
-    std::condition_variable start_cv_;    // the threads wait here
-    std::condition_variable control_cv_;  // `start` and `stop` wait here
+    std::mutex mutex_;                               // guards all of these
+    std::vector<std::condition_variable> start_cv_;  // each thread waits at its own
+    std::condition_variable control_cv_;             // `stop` waits here
     bool quit_ = false;
 };
 

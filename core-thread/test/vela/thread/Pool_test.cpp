@@ -93,6 +93,26 @@ TEST(Pool, ATaskThatReturnsFalseAtOnceRunsOncePerThreadAndRound) {
     }
 }
 
+// Those that a round does not want sleep on; a round with all of them follows, which they join.
+TEST(Pool, ARoundTakesNoMoreThreadsThanItWants) {
+    Pool pool(4);
+    EXPECT_FALSE(pool.start([] { return false; }, 0));
+    EXPECT_FALSE(pool.start([] { return false; }, 5));
+    for (int round = 0; round < 500; ++round) {
+        const auto wanted = static_cast<unsigned long>(round % 4 + 1);
+        std::mutex mutex;
+        std::map<std::thread::id, int> calls;
+        ASSERT_TRUE(pool.start(
+            [&] {
+                const std::lock_guard lock(mutex);
+                return ++calls[std::this_thread::get_id()] < 3;
+            },
+            wanted));
+        ASSERT_TRUE(pool.stop());
+        ASSERT_EQ(calls.size(), wanted);
+    }
+}
+
 TEST(Pool, ThreadsThatStillGetTrueGoOnWhileOthersAreFinished) {
     Pool pool(4);
     std::atomic<int> finished = 0;

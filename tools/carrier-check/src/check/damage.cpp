@@ -78,10 +78,10 @@ std::string explain_gain(Samples samples, std::size_t frame_size) {
 /// Twice the samples at half the level would be sound; so a whole power of 2 up empties low lines
 /// too, and must not pass for a conversion.
 std::string explain_change(Samples samples, std::size_t frame_size) {
-    const auto width = explain_width(samples);
+    auto width = explain_width(samples);
     const bool louder = !width.empty() && find_gain(samples, frame_size).value_or(1.0) > 1.0;
     if (!width.empty() && !louder) return width;
-    if (const auto gain = explain_gain(samples, frame_size); !gain.empty()) return gain;
+    if (auto gain = explain_gain(samples, frame_size); !gain.empty()) return gain;
     return "no block follows, nor any trace of one: it was resampled, filtered, changed in level, "
            "or is no carrier of blocks of " +
            std::to_string(frame_size) + " samples";
@@ -101,7 +101,7 @@ std::string explain_damage(const Suspect& suspect) {
 
     if (track.bits_per_sample() == 16)
         return "it was converted to 16 bits, which takes the record away";
-    if (const auto size = explain_frame_size(samples, frame_size); !size.empty()) return size;
+    if (auto size = explain_frame_size(samples, frame_size); !size.empty()) return size;
     const std::size_t found = find_block(samples, frame_size);
     if (found < samples.size()) return explain_shift(suspect, found);
     if (samples.size() < 2 * frame_size) return "";  // one block cannot show a habit

@@ -55,7 +55,7 @@ std::string explain_content(Range file) {
     while (!file.empty()) {
         Chunk chunk;
         if (!pop_chunk_header(file, chunk)) return "it ends in the header of a chunk";
-        if (const auto why = explain_chunk(file, chunk); !why.empty()) return why;
+        if (auto why = explain_chunk(file, chunk); !why.empty()) return why;
         Range passed;
         const std::uint64_t padded = std::uint64_t{chunk.length} + chunk.length % 2;
         if (!file.pop_slice(passed, padded)) return "the pad byte at its end is missing";

@@ -86,7 +86,7 @@ void print_list(std::ostream& out, const Values& values, Write write) {
 
 template <typename T>
 void print_json_spread(std::ostream& out, const char* key, const Spread<T>& spread) {
-    out << ",\"" << key << "\":{\"from\":" << spread.from << ",\"median\":" << spread.median
+    out << ',' << quoted(key) << ":{\"from\":" << spread.from << ",\"median\":" << spread.median
         << ",\"to\":" << spread.to << '}';
 }
 

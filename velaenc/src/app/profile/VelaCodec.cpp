@@ -158,11 +158,7 @@ bool VelaCodec::set_argument_(const std::string& argument) {
     if (is("output.dbrms")) return filename(dbrms_filename_);
     if (is("output.dbpeak")) return filename(dbpeak_filename_);
     if (is("output.crest")) return filename(crest_filename_);
-    if (is("output.centers")) {
-        if (!bracket()) return false;
-        centers_prefix_ = to_filename(value.to_str()).str();
-        return true;
-    }
+    if (is("output.centers")) return filename(centers_prefix_);
     if (is("native_content")) return flag(native_content_);
     error_ = "Unknown encoder argument \"" + argument + '"';
     return false;
@@ -209,8 +205,7 @@ bool VelaCodec::set_encoder_options_() {
            filename("output.dbrms", dbrms_filename_) &&
            filename("output.dbpeak", dbpeak_filename_) &&
            filename("output.crest", crest_filename_) &&
-           (centers_prefix_.empty() || encoder_->set_option("output.centers", centers_prefix_)) &&
-           number("native_content", native_content_);
+           filename("output.centers", centers_prefix_) && number("native_content", native_content_);
 }
 
 bool VelaCodec::prepare_output_() {

@@ -74,7 +74,7 @@ private:
     vela::Cache<vela::file::Name> dbrms_filename_;
     vela::Cache<vela::file::Name> dbpeak_filename_;
     vela::Cache<vela::file::Name> crest_filename_;
-    std::string centers_prefix_;
+    vela::Cache<vela::file::Name> centers_prefix_;
 
     vela::downmix::tdl::Parser parser_;
     std::vector<Attn> attn_;  ///< by channel id, rebuilt for each block

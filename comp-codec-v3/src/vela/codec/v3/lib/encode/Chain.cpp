@@ -17,20 +17,19 @@ void Chain::start_frame() {
 // leaves a trace.  So a candidate that would be dropped there can be dropped here, if none of them
 // would fail: they refuse other counts of bit-lines and channels, and frames too short for deltas
 // or too long for the dither.  With all counts of bit-lines two of three candidates end here.
-bool Chain::is_pointless_(const Group& group) const {
+bool Chain::is_pointless_(const Group& group, std::uint32_t nr_bitlines) const {
     constexpr std::uint32_t fewest_bitlines = 3, most_bitlines = 16;
     constexpr std::size_t shortest = 6, longest = 4096;
     const std::size_t size = group.size();
     const bool nothing_can_fail =
-        group.nr_bitlines >= fewest_bitlines && group.nr_bitlines <= most_bitlines &&
-        group.scaler_ix == 0 && size >= shortest && size <= longest && !group.origs.empty() &&
-        group.origs.size() <= 3 &&
+        nr_bitlines >= fewest_bitlines && nr_bitlines <= most_bitlines && group.scaler_ix == 0 &&
+        size >= shortest && size <= longest && !group.origs.empty() && group.origs.size() <= 3 &&
         std::ranges::all_of(group.origs, [=](const Frame& f) { return f.size() == size; });
-    return nothing_can_fail && filter_ && filter_->check(group) != 0;
+    return nothing_can_fail && filter_ && filter_->check(group.frame.key, nr_bitlines) != 0;
 }
 
 Chain::Code Chain::operator()(Group& group) {
-    if (drops(group)) return Code::filtered;
+    if (drops(group, group.nr_bitlines)) return Code::filtered;
     if (!detect_silence(group)) return Code::failure;
 
     group.overflow = true;

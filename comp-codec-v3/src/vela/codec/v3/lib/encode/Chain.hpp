@@ -25,10 +25,10 @@ public:
     /// Runs one candidate.  `filtered` means that it cannot win and was dropped.
     [[nodiscard]] Code operator()(Group& group);
 
-    /// Whether the call above would drop the candidate before it does anything.  Whoever hands out
-    /// candidates can save itself the hand-over.
-    [[nodiscard]] bool drops(const Group& group) const {
-        return drop_early && is_pointless_(group);
+    /// Whether the call above would drop a group like this one at that count of bit-lines before it
+    /// does anything: such a group need not be made at all.
+    [[nodiscard]] bool drops(const Group& group, std::uint32_t nr_bitlines) const {
+        return drop_early && is_pointless_(group, nr_bitlines);
     }
 
     /// Forgets the scores of the frame before; the first call makes the filter.
@@ -46,7 +46,7 @@ public:
     ComputeQuality compute_quality;
 
 private:
-    [[nodiscard]] bool is_pointless_(const Group& group) const;
+    [[nodiscard]] bool is_pointless_(const Group& group, std::uint32_t nr_bitlines) const;
     Code attempt_(Group& group);
 
     std::shared_ptr<Filter> filter_;

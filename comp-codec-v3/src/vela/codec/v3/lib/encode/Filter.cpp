@@ -2,10 +2,10 @@
 
 namespace vela::codec::v3::encode {
 
-int Filter::check(const Group& group) const {
+int Filter::check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const {
     const std::lock_guard lock(mutex_);
-    const auto at = filters_.find(group.frame.key);
-    return at != filters_.end() && at->second(group.nr_bitlines) ? 2 : 0;
+    const auto at = filters_.find(carrier);
+    return at != filters_.end() && at->second(nr_bitlines) ? 2 : 0;
 }
 
 bool Filter::update(const Group& group) {

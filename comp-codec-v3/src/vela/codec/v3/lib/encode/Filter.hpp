@@ -13,7 +13,10 @@ namespace vela::codec::v3::encode {
 class Filter {
 public:
     /// 2 if the candidate shall be dropped, else 0.
-    [[nodiscard]] int check(const Group& group) const;
+    [[nodiscard]] int check(const Group& group) const {
+        return check(group.frame.key, group.nr_bitlines);
+    }
+    [[nodiscard]] int check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const;
 
     /// Takes in a scored candidate; false if it has no score.
     [[nodiscard]] bool update(const Group& group);

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <queue>
 #include <vector>
 #include <vela/api/Channel.hpp>
@@ -15,47 +17,56 @@ namespace vela::codec::v3::encoder {
 ///
 /// Equal distances come in the order of a standard binary heap; what the filter skips, and so the
 /// bytes of the carrier, depends on it.
+///
+/// Threads:  push first, then any number of them may pop.
 class CandidateQueue {
 public:
-    using GroupPtr = std::shared_ptr<encode::Group>;
+    /// What all candidates of a carrier have in common, and one count of bit-lines.
+    struct Candidate {
+        std::shared_ptr<const encode::Group> draft;
+        std::uint32_t nr_bitlines = 0;
+    };
 
-    void push(const api::Channel& carrier, GroupPtr group) {
-        queues_[carrier].push(std::move(group));
+    void push(const api::Channel& carrier, Candidate candidate) {
+        queues_[carrier].push(std::move(candidate));
+        next_ = queues_.begin();
     }
 
-    /// Hands all candidates to `f`, until it returns false; false if it did.
-    template <typename F>
-    bool feed(F&& f) {
+    /// Nothing once all have been handed out.
+    std::optional<Candidate> pop() {
+        const std::lock_guard lock(mutex_);
         while (!queues_.empty()) {
-            for (auto at = queues_.begin(); at != queues_.end();) {
-                auto& queue = at->second;
-                if (queue.empty()) {
-                    at = queues_.erase(at);
-                    continue;
-                }
-                const GroupPtr nearest = queue.top();
-                queue.pop();
-                if (!f(nearest)) return false;
-                ++at;
+            if (next_ == queues_.end()) next_ = queues_.begin();
+            auto& queue = next_->second;
+            if (queue.empty()) {
+                next_ = queues_.erase(next_);
+                continue;
             }
+            const Candidate nearest = queue.top();
+            queue.pop();
+            ++next_;
+            return nearest;
         }
-        return true;
+        return std::nullopt;
     }
 
 private:
     struct DistanceFromPrevBitline {
-        static std::uint32_t distance(const GroupPtr& group) {
-            const std::uint32_t a = group->prev_bitlines;
-            const std::uint32_t b = group->nr_bitlines;
+        static std::uint32_t distance(const Candidate& candidate) {
+            const std::uint32_t a = candidate.draft->prev_bitlines;
+            const std::uint32_t b = candidate.nr_bitlines;
             return a > b ? a - b : b - a;
         }
-        bool operator()(const GroupPtr& a, const GroupPtr& b) const {
+        bool operator()(const Candidate& a, const Candidate& b) const {
             return distance(a) > distance(b);
         }
     };
-    using Queue = std::priority_queue<GroupPtr, std::vector<GroupPtr>, DistanceFromPrevBitline>;
+    using Queue = std::priority_queue<Candidate, std::vector<Candidate>, DistanceFromPrevBitline>;
+    using Queues = std::map<api::Channel, Queue>;
 
-    std::map<api::Channel, Queue> queues_;
+    Queues queues_;
+    Queues::iterator next_ = queues_.begin();
+    std::mutex mutex_;
 };
 
 }  // namespace vela::codec::v3::encoder

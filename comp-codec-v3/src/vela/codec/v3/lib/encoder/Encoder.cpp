@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 #include <vela/OnRAII.hpp>
 #include <vela/Strange.hpp>
@@ -8,6 +9,7 @@
 #include <vela/loudness/codec/encode.hpp>
 #include <vela/numeric/truncate.hpp>
 #include <vela/pcm/scale.hpp>
+#include <vela/thread/processors.hpp>
 
 namespace vela::codec::v3::encoder {
 
@@ -37,7 +39,10 @@ bool parse_version(Version& version, const char* text) {
 
 Encoder::Encoder(const api::SpeakerLayout& input, const api::SpeakerLayout& output,
                  unsigned nr_threads)
-    : input_layout_(input), output_layout_(output), pool_(nr_threads) {
+    : input_layout_(input),
+      output_layout_(output),
+      nr_at_once_(std::min(nr_threads, thread::nr_processors())),
+      pool_(nr_threads) {
     // The fixed cost of the record is spread: the version waits one frame, the hash two.
     if (parse_version(own_version_, version_text)) version_.set_value(own_version_, 1);
     unsigned hash = 0;

@@ -60,7 +60,6 @@ private:
         std::array<std::optional<double>, 4> data{};  ///< by dimension
     };
     using GroupPtr = std::shared_ptr<encode::Group>;
-    using GroupPingPong = thread::PingPong<GroupPtr>;
     using Code = encode::Chain::Code;
 
     void set_sample_rate_(unsigned rate);
@@ -77,14 +76,15 @@ private:
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,
               const CarrierRecipe::Group& recipe) const;
-    GroupPtr create_group_(std::uint32_t nr_bitlines) const;
+    GroupPtr create_draft_() const;
     bool set_origs_(encode::Group& group, const api::ChannelVariant& key,
                     const Frames& frames) const;
-    bool set_carrier_(encode::Group& group, const api::Channel& carrier) const;
+    void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
     bool try_candidates_(CandidateQueue& queue);
-    bool work_(GroupPingPong& pingpong, std::atomic<unsigned>& nr_failures);
-    void select_best_(const encode::Group& group);
+    bool work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures);
+    GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
+    void select_best_(const GroupPtr& group);
 
     // The winners of a frame.
     bool finish_frame_();
@@ -129,6 +129,7 @@ private:
     encode::Chain chain_;
     encode::Muxer muxer_;
     CandidateLog candidate_log_;
+    std::uint64_t nr_at_once_;  ///< candidates worked on at the same time
     thread::Pool pool_;
 };
 

@@ -50,21 +50,18 @@ bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
 bool Encoder::add_(CandidateQueue& queue, const Frames& frames,
                    const CarrierRecipe::Group& recipe) const {
     const api::Channel carrier = api::Channel::create(recipe.carrier);
-    for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b) {
-        const GroupPtr group = create_group_(b);
-        for (const auto id : recipe.active_members())
-            if (!set_origs_(*group, api::ChannelVariant(api::Channel::create(id)), frames))
-                return false;
-        if (!set_carrier_(*group, carrier)) return false;
-        queue.push(carrier, group);
-    }
+    const GroupPtr draft = create_draft_();
+    for (const auto id : recipe.active_members())
+        if (!set_origs_(*draft, api::ChannelVariant(api::Channel::create(id)), frames))
+            return false;
+    set_carrier_(*draft, carrier);
+    for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b)
+        queue.push(carrier, {draft, b});
     return true;
 }
 
-Encoder::GroupPtr Encoder::create_group_(std::uint32_t nr_bitlines) const {
+Encoder::GroupPtr Encoder::create_draft_() const {
     auto group = encode::Group::create(input_layout_, output_layout_, span_);
-    group->nr_bitlines = nr_bitlines;
-    group->centers_start_2 = group->centers_start_3 = centers_start(nr_bitlines);
     group->centers_max = centers_max_;
     group->centers_min = 1;
     group->dither = dither_;
@@ -81,20 +78,12 @@ bool Encoder::set_origs_(encode::Group& group, const api::ChannelVariant& key,
     return true;
 }
 
-bool Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) const {
+void Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) const {
     const api::ChannelVariant key(carrier);
     group.frame.key = key;
-
     if (const auto prev = prev_bitlines_.find(key); prev != prev_bitlines_.end())
         group.prev_bitlines = prev->second;
-    if (const auto prev = prev_centers_.find({group.nr_bitlines, key});
-        prev != prev_centers_.end()) {
-        const auto [with_2, with_3] = prev->second;
-        if (with_2 != 0) group.centers_start_2 = with_2 + centers_margin;
-        if (with_3 != 0) group.centers_start_3 = with_3 + centers_margin;
-    }
     if (metadata_channel(output_layout_) == carrier.id()) set_metadata_(group);
-    return true;
 }
 
 void Encoder::set_metadata_(encode::Group& group) const {
@@ -107,62 +96,68 @@ void Encoder::set_metadata_(encode::Group& group) const {
     group.git_hash = git_hash_.due(span_);
 }
 
+// The calling thread works, too: it would only wait otherwise, and be woken once for each
+// candidate.
 bool Encoder::try_candidates_(CandidateQueue& queue) {
-    GroupPingPong pingpong;
     std::atomic<unsigned> nr_failures{0};
-    const bool threaded = pool_.nr_threads() != 0;
-    const auto work = [&] { return work_(pingpong, nr_failures); };
+    const auto work = [&] { return work_(queue, nr_failures); };
 
-    if (threaded && !pool_.start(work)) return false;
     {
         const std::lock_guard lock(best_mutex_);
         best_.clear();
     }
     chain_.start_frame();
-
-    const bool fed = queue.feed([&](const GroupPtr& group) {
-        if (chain_.drops(*group)) return true;
-        {
-            auto push = pingpong.start_filling();
-            if (!push) return false;
-            *push = group;
-        }
-        return threaded || work();
-    });
-    pingpong.close();
+    const bool threaded = nr_at_once_ > 1;
+    if (threaded && !pool_.start(work, nr_at_once_ - 1)) return false;
+    while (work()) {
+    }
     if (threaded) pool_.stop();
-    return fed && nr_failures == 0;
+    return nr_failures == 0;
 }
 
-bool Encoder::work_(GroupPingPong& pingpong, std::atomic<unsigned>& nr_failures) {
-    GroupPtr group;
-    {
-        auto pop = pingpong.start_draining();
-        if (!pop) return false;
-        group = *pop;
-    }
-    const Code code = group ? chain_(*group) : Code::failure;
-    if (code == Code::ok) select_best_(*group);
+// False when no candidate is left.  One that fails does not keep others from being tried.
+bool Encoder::work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures) {
+    const auto candidate = queue.pop();
+    if (!candidate) return false;
+    const auto& [draft, nr_bitlines] = *candidate;
+    if (chain_.drops(*draft, nr_bitlines)) return true;
+
+    const GroupPtr group = create_group_(*draft, nr_bitlines);
+    const Code code = chain_(*group);
+    if (code == Code::ok) select_best_(group);
     if (code == Code::failure) ++nr_failures;
-    if (group) candidate_log_.add(*group, code);
+    candidate_log_.add(*group, code);
     return true;
 }
 
-void Encoder::select_best_(const encode::Group& group) {
-    if (!group.has_score) return;
-    const auto& key = group.frame.key;
+Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32_t nr_bitlines) {
+    auto group = std::make_shared<encode::Group>(draft);
+    group->nr_bitlines = nr_bitlines;
+    group->centers_start_2 = group->centers_start_3 = centers_start(nr_bitlines);
+
+    const std::lock_guard lock(prev_centers_mutex_);
+    const auto prev = prev_centers_.find({nr_bitlines, group->frame.key});
+    if (prev == prev_centers_.end()) return group;
+    const auto [with_2, with_3] = prev->second;
+    if (with_2 != 0) group->centers_start_2 = with_2 + centers_margin;
+    if (with_3 != 0) group->centers_start_3 = with_3 + centers_margin;
+    return group;
+}
+
+void Encoder::select_best_(const GroupPtr& group) {
+    if (!group->has_score) return;
+    const auto& key = group->frame.key;
     {
         const std::lock_guard lock(prev_centers_mutex_);
-        auto& [with_2, with_3] = prev_centers_[{group.nr_bitlines, key}];
-        if (group.active.size() == 2) with_2 = static_cast<std::uint32_t>(group.centers_1d.size());
-        if (group.active.size() == 3) with_3 = static_cast<std::uint32_t>(group.centers_2d.size());
+        auto& [with_2, with_3] = prev_centers_[{group->nr_bitlines, key}];
+        if (group->active.size() == 2)
+            with_2 = static_cast<std::uint32_t>(group->centers_1d.size());
+        if (group->active.size() == 3)
+            with_3 = static_cast<std::uint32_t>(group->centers_2d.size());
     }
     const std::lock_guard lock(best_mutex_);
     auto& best = best_[key];
-    if (!best)
-        best = std::make_shared<encode::Group>(group);
-    else if (best->score > group.score)
-        *best = group;
+    if (!best || best->score > group->score) best = group;
 }
 
 bool Encoder::finish_frame_() {

@@ -5,8 +5,9 @@
 
 namespace vela::codec::v3::encoder {
 
-/// Makes an encoder from an input layout to its carrier, with `nr_threads` workers (0: all work is
-/// done by the caller).  False, with `result` untouched, unless the pair is one that decoders know.
+/// Makes an encoder from an input layout to its carrier, with `nr_threads` workers, the caller
+/// among them (0: it is the only one).  False, with `result` untouched, unless the pair is one that
+/// decoders know.
 [[nodiscard]] bool create(std::shared_ptr<IEncoder>& result, const api::SpeakerLayout& input,
                           const api::SpeakerLayout& output, unsigned nr_threads);
 

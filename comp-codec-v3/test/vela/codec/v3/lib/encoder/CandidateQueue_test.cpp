@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+#include <vector>
 #include <vela/codec/v3/lib/encoder/CandidateQueue.hpp>
 
 namespace vela::codec::v3::encoder {
@@ -7,12 +10,21 @@ namespace {
 
 using Counts = std::vector<std::uint32_t>;
 
-void push(CandidateQueue& queue, const api::Channel& carrier, std::uint32_t b, std::uint32_t prev) {
-    auto group = std::make_shared<encode::Group>();
-    group->nr_bitlines = b;
-    group->prev_bitlines = prev;
-    group->frame.key = api::ChannelVariant(carrier);
-    queue.push(carrier, group);
+void push(CandidateQueue& queue, const api::Channel& carrier, const Counts& counts,
+          std::uint32_t prev) {
+    const auto draft = std::make_shared<encode::Group>();
+    draft->prev_bitlines = prev;
+    draft->frame.key = api::ChannelVariant(carrier);
+    for (const std::uint32_t b : counts)
+        queue.push(carrier, {draft, b});
+}
+
+/// 100 times the carrier's id, and the count of bit-lines.
+Counts all_of(CandidateQueue& queue) {
+    Counts order;
+    while (const auto candidate = queue.pop())
+        order.push_back(candidate->draft->frame.key.channel.id() * 100 + candidate->nr_bitlines);
+    return order;
 }
 
 struct Case {
@@ -26,14 +38,8 @@ class CandidateOrder : public testing::TestWithParam<Case> {};
 // another library's heap must not change carriers unnoticed.
 TEST_P(CandidateOrder, IsThatOfTheStandardBinaryHeap) {
     CandidateQueue queue;
-    for (std::uint32_t b = 3; b <= 12; ++b)
-        push(queue, api::channel::Left, b, GetParam().prev);
-    Counts order;
-    EXPECT_TRUE(queue.feed([&](const auto& group) {
-        order.push_back(group->nr_bitlines);
-        return true;
-    }));
-    EXPECT_EQ(order, GetParam().order);
+    push(queue, api::channel::Left, {3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, GetParam().prev);
+    EXPECT_EQ(all_of(queue), GetParam().order);
 }
 
 INSTANTIATE_TEST_SUITE_P(Previous, CandidateOrder,
@@ -45,28 +51,35 @@ INSTANTIATE_TEST_SUITE_P(Previous, CandidateOrder,
 
 TEST(CandidateQueue, CarriersTakeTurnsByAscendingId) {
     CandidateQueue queue;
-    for (const std::uint32_t b : {3u, 4u, 5u})
-        push(queue, api::channel::LFE, b, 3);
-    for (const std::uint32_t b : {8u, 9u})
-        push(queue, api::channel::Left, b, 9);
-    push(queue, api::channel::Center, 7, 7);
-    Counts order;
-    EXPECT_TRUE(queue.feed([&](const auto& group) {
-        order.push_back(group->frame.key.channel.id() * 100 + group->nr_bitlines);
-        return true;
-    }));
-    EXPECT_EQ(order, (Counts{9, 207, 303, 8, 304, 305}));
+    push(queue, api::channel::LFE, {3, 4, 5}, 3);
+    push(queue, api::channel::Left, {8, 9}, 9);
+    push(queue, api::channel::Center, {7}, 7);
+    EXPECT_EQ(all_of(queue), (Counts{9, 207, 303, 8, 304, 305}));
 }
 
-TEST(CandidateQueue, StopsWhereItIsTold) {
+TEST(CandidateQueue, GivesNothingWhenAllAreHandedOut) {
     CandidateQueue queue;
-    for (std::uint32_t b = 3; b <= 12; ++b)
-        push(queue, api::channel::Left, b, 10);
-    int count = 0;
-    EXPECT_FALSE(queue.feed([&](const auto&) { return ++count < 3; }));
-    EXPECT_EQ(count, 3);
-    CandidateQueue empty;
-    EXPECT_TRUE(empty.feed([](const auto&) { return false; }));
+    EXPECT_FALSE(queue.pop());
+    push(queue, api::channel::Left, {3}, 3);
+    EXPECT_TRUE(queue.pop());
+    EXPECT_FALSE(queue.pop());
+    EXPECT_FALSE(queue.pop());
+}
+
+TEST(CandidateQueue, GivesEachOnceToWhoeverAsks) {
+    CandidateQueue queue;
+    for (const auto& carrier : api::channel::all())
+        push(queue, carrier, {3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, 7);
+    std::atomic<unsigned> count = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            while (queue.pop())
+                ++count;
+        });
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(count, 10 * api::channel::all().size());
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <mutex>
-#include <random>
+#include <utility>
 #include <vela/codec/v3/lib/encode/gvm/Learner.hpp>
 #include <vela/codec/zvk/details/error_centers.hpp>
 #include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/create.hpp>
-#include <vela/numeric/wrap.hpp>
+#include <vela/permutation/MersenneTwister.hpp>
 
 namespace vela::codec::v3::encode::gvm {
 
@@ -39,11 +39,12 @@ Learner<M>::Learner(const std::string& implementation, const std::vector<int>& d
     const std::size_t n = deltas_.size() / dimension;
     if (n != 0) range_ = {Iterator(deltas_.data()), Iterator(deltas_.data() + n * dimension)};
 
-    permutation_.identity(n);
-    if (randomize) randomize_(permutation_);
-    inverse_ = permutation_;
-    inverse_.invert();
-    static_cast<void>(permutation_.shuffle(range_));  // cannot fail: made for n elements
+    permutation::Permutation permutation;
+    permutation.identity(n);
+    if (randomize) randomize_(permutation);
+    static_cast<void>(permutation.shuffle(range_));  // cannot fail: made for n elements
+    permutation.invert();
+    inverse_ = std::move(permutation);
 
     if (::vela::gvm::create<double, Iterator>(learner_, implementation))
         learner_->set_update_all_after_insert(update_all);
@@ -52,7 +53,7 @@ Learner<M>::Learner(const std::string& implementation, const std::vector<int>& d
 template <unsigned M>
 void Learner<M>::randomize_(permutation::Permutation& permutation) {
     static std::mutex mutex;
-    static std::mt19937 engine;  // the standard's default seed, 5489
+    static permutation::MersenneTwister engine;
     const std::lock_guard lock(mutex);
     permutation.randomize(engine);
 }

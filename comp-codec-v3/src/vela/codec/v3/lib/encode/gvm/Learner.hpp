@@ -46,8 +46,7 @@ private:
     bool force_origin_;
     std::vector<int> deltas_;
     Range<Iterator> range_;
-    permutation::Permutation permutation_;
-    permutation::Permutation inverse_;
+    permutation::Permutation inverse_;  // puts what the learner tells into time order
     std::shared_ptr<::vela::gvm::api::Learner<double, Iterator>> learner_;
 };
 
