@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <span>
 #include <vela/api/Channel.hpp>
 
 namespace vela::api {
@@ -87,25 +88,29 @@ bool same_name(std::string_view a, std::string_view b) {
 
 struct Channel::Impl {
     channel::id::Value id = channel::id::None;
-    std::vector<const char*> names;
+    std::span<const char* const> names;  // by schema
     const char* full_name = nullptr;
 };
 
 Channel::Channel() : impl_(std::make_unique<Impl>()) {}
-Channel::Channel(channel::id::Value id, std::vector<const char*> names, const char* full_name)
-    : impl_(std::make_unique<Impl>(Impl{id, std::move(names), full_name})) {}
-Channel::Channel(const Channel& other) : impl_(std::make_unique<Impl>(*other.impl_)) {}
+Channel::Channel(Impl impl) : impl_(std::make_unique<Impl>(impl)) {}
+Channel::Channel(const Channel& other) : Channel(*other.impl_) {}
+Channel::Channel(Channel&& other) noexcept = default;
 Channel::~Channel() = default;
+Channel& Channel::operator=(Channel&& other) noexcept = default;
 
 Channel& Channel::operator=(const Channel& other) {
-    *impl_ = *other.impl_;
+    if (impl_)
+        *impl_ = *other.impl_;
+    else
+        impl_ = std::make_unique<Impl>(*other.impl_);
     return *this;
 }
 
 Channel Channel::create(channel::id::Value id) {
-    if (id >= entries.size()) return Channel(id, {}, nullptr);
+    if (id >= entries.size()) return Channel(Impl{id, {}, nullptr});
     const Entry& entry = entries[id];
-    return Channel(id, {entry.names.begin(), entry.names.end()}, entry.full_name);
+    return Channel(Impl{id, entry.names, entry.full_name});
 }
 
 bool Channel::create(Channel& out, channel::id::Value id) {

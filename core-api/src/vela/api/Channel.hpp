@@ -55,7 +55,9 @@ public:
     /// No position: id 25, no names.
     Channel();
     Channel(const Channel& other);
+    Channel(Channel&& other) noexcept;  ///< `other` can only be assigned to or destroyed then
     Channel& operator=(const Channel& other);
+    Channel& operator=(Channel&& other) noexcept;
     ~Channel();
 
     /// The position with that id.  An id outside the table gives a channel without names.
@@ -90,7 +92,7 @@ public:
 private:
     struct Impl;
 
-    Channel(channel::id::Value id, std::vector<const char*> names, const char* full_name);
+    explicit Channel(Impl impl);
 
     std::unique_ptr<Impl> impl_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <utility>
 #include <vela/api/Frame.hpp>
 
 namespace vela::api {
@@ -35,6 +36,7 @@ public:
 
     /// Stores a copy, sharing the samples, under the frame's own key.
     Frame<T, K>& set(const Frame<T, K>& frame) { return frames_[frame.key] = frame; }
+    Frame<T, K>& set(Frame<T, K>&& frame) { return frames_[frame.key] = std::move(frame); }
 
     /// All samples of that frame become zero; its bit depth stays.
     Frame<T, K>& silence(const K& key, std::uint64_t size) {

@@ -17,7 +17,7 @@ public:
     Data() = default;
     /// `size` zero samples; size 0 allocates nothing.
     explicit Data(std::uint64_t size) : size_(size) {
-        if (size_ != 0) data_.reset(new T[size_]());
+        if (size_ != 0) data_ = std::make_shared<T[]>(size_);
     }
     Data(const Data&) = default;
     Data(Data&& other) noexcept { swap(other); }
@@ -35,9 +35,9 @@ public:
     T* begin() {
         if (size_ == 0) return nullptr;
         if (!sole_owner_()) {
-            Data own(size_);
-            std::copy_n(data(), size_, own.data_.get());
-            swap(own);
+            auto own = std::make_shared_for_overwrite<T[]>(size_);
+            std::copy_n(data(), size_, own.get());
+            data_ = std::move(own);
         }
         return data_.get();
     }
