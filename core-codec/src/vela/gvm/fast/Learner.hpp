@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <vector>
 #include <vela/Range.hpp>
 #include <vela/gvm/fast/Clustering.hpp>
@@ -15,11 +16,17 @@ namespace vela::gvm::fast {
 /// Unlike `ref::Learner` it starts a cluster only for a delta that lies on no center yet, and takes
 /// fewer deltas than clusters.  Functions answer as `api::Learner` tells, but the caller sizes the
 /// vectors: false if a size does not match or nothing was learned yet.
-/// Memory is kept from one `learn` to the next, so that a learner used again allocates nothing.
+/// Memory is kept from one `learn` to the next, and by the thread from one learner to the next: a
+/// frame has dozens of them, and each would allocate two dozen times.
 template <typename T, typename Iterator>
 class Learner {
 public:
     using Center = std::array<int, Iterator::dimension>;
+
+    Learner() = default;
+    Learner(const Learner&) = delete;
+    Learner& operator=(const Learner&) = delete;
+    ~Learner();
 
     /// True at first.  Takes effect with the next `learn`.
     void set_update_all_after_insert(bool update_all) { update_all_after_insert_ = update_all; }
@@ -36,12 +43,18 @@ public:
     [[nodiscard]] bool get_ixs(std::vector<unsigned long>& ixs) const;
 
 private:
+    struct Info {
+        Clustering<T, Iterator::dimension> clustering;
+        Membership membership;
+        std::vector<unsigned long> name_of_position;
+    };
+
+    /// The memory of a learner of this thread that is gone, if it was not taken since.
+    static std::unique_ptr<Info>& spare_();
+
     bool update_all_after_insert_ = true;
-    bool learned_ = false;  // there was a `learn`, good or not
-    Clustering<T, Iterator::dimension> clustering_;
-    Membership membership_;
-    bool complete_ = false;  // no delta was left out
-    mutable std::vector<unsigned long> name_of_position_;
+    bool complete_ = false;       // no delta was left out
+    std::unique_ptr<Info> info_;  // there was a `learn`, good or not
 };
 
 }  // namespace vela::gvm::fast
