@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <utility>
 #include <vector>
 #include <vela/gvm/fast/Storage.hpp>
 
@@ -47,8 +46,8 @@ private:
         return static_cast<std::uint64_t>(count) << 32;
     }
 
-    void sort_all_(std::size_t nr_clusters) const;
-    void sort_again_(std::size_t nr_clusters) const;
+    template <typename Put>
+    void place_(std::size_t nr_clusters, Put put) const;
 
     std::vector<std::uint64_t> keys_;
     std::uint64_t behind_ = middle_;
@@ -56,7 +55,6 @@ private:
 
     // Made when they are asked for.
     mutable bool sorted_ = false;
-    mutable std::vector<std::pair<std::uint64_t, Position>> work_;
     mutable std::vector<Position> order_;
     mutable std::vector<unsigned> nr_of_size_;  // all 0 between calls
 };

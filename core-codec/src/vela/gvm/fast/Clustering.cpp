@@ -39,6 +39,7 @@ void Clustering<T, N>::reset_(const Range<Iterator>& range, std::size_t capacity
                               bool update_all_after_insert) {
     nr_clusters_ = 0;
     capacity_ = capacity;
+    nr_deltas_ = range.size();
     update_all_after_insert_ = update_all_after_insert;
     slack_ = sieve::slack(range.size(), N, largest_magnitude<N>(range));
     storage_.reset(capacity, range.size());
@@ -285,8 +286,23 @@ bool Clustering<T, N>::get_centers(std::vector<Center>& centers) const {
     return true;
 }
 
+/// The shadows tell it, unless the largest mean lies close to a power of two or a sum may be beyond
+/// 32 bits.
 template <typename T, std::size_t N>
 unsigned Clustering<T, N>::center_width() const {
+    const double largest = storage_.largest_mean(nr_clusters_);
+    const double from = largest * (1 - 0x1p-22);
+    const double to = largest * (1 + 0x1p-22);
+    if (to * static_cast<double>(nr_deltas_) < 0x1p31) {
+        const auto width = std::bit_width(static_cast<std::uint32_t>(from));
+        if (width == std::bit_width(static_cast<std::uint32_t>(to)))
+            return static_cast<unsigned>(width);
+    }
+    return exact_center_width_();
+}
+
+template <typename T, std::size_t N>
+unsigned Clustering<T, N>::exact_center_width_() const {
     std::uint32_t magnitudes = 0;
     for (Position c = 0; c < nr_clusters_; ++c)
         for (const int value : center_of_(storage_[c]))

@@ -66,6 +66,7 @@ private:
     using Cluster = fast::Cluster<T, N>;
 
     [[nodiscard]] static Center center_of_(const Cluster& cluster);
+    [[nodiscard]] unsigned exact_center_width_() const;
 
     /// A delta, and what the sieve saw of it.
     struct Delta {
@@ -108,6 +109,7 @@ private:
     const sieve::Functions<N>& sieve_;
     std::size_t nr_clusters_ = 0;
     std::size_t capacity_ = 0;
+    std::size_t nr_deltas_ = 0;
     bool update_all_after_insert_ = false;
     float slack_ = 0;
     std::vector<Position> found_;  // by the sieve

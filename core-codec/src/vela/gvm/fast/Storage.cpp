@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <vela/gvm/fast/Storage.hpp>
 
 namespace vela::gvm::fast {
@@ -12,6 +16,16 @@ void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
     inverse_.assign(padded, 1);
     for (std::size_t n = inverses_.size(); n <= nr_deltas + 1; ++n)
         inverses_.push_back(1 / static_cast<T>(n));
+}
+
+/// Magnitudes are ordered like the bits of them, and integers are compared several at a time.
+template <typename T, std::size_t N>
+float Storage<T, N>::largest_mean(std::size_t size) const {
+    std::int32_t largest = 0;
+    for (const std::vector<float>& column : mean_)
+        for (std::size_t at = 0; at < size; ++at)
+            largest = std::max(largest, std::bit_cast<std::int32_t>(std::abs(column[at])));
+    return std::bit_cast<float>(largest);
 }
 
 template class Storage<double, 1>;

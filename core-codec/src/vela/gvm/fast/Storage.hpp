@@ -43,6 +43,9 @@ public:
             mean_[i][at] = std::numeric_limits<float>::infinity();
     }
 
+    /// The largest magnitude among the means of positions [0, size), off by less than 1 in 2^22.
+    [[nodiscard]] float largest_mean(std::size_t size) const;
+
     [[nodiscard]] sieve::Columns<N> shadows() const {
         sieve::Columns<N> columns{{}, weight_.data(), inverse_.data()};
         for (std::size_t i = 0; i < N; ++i)
