@@ -70,8 +70,7 @@ bool put_ix(Cursor& at, unsigned& bits_left, std::uint64_t ix, unsigned k) {
     const std::uint64_t q = ix >> k;
     if (bits_left < q + 1 + k) return false;
     bits_left -= static_cast<unsigned>(q) + 1 + k;
-    for (std::uint64_t i = 0; i < q; ++i)
-        Writer::put(at, true);
+    at += q;  // left as they are, entries read 1
     Writer::put(at, false);
     for (unsigned bit = 0; bit < k; ++bit)
         Writer::put(at, (ix >> bit & 1u) != 0);
