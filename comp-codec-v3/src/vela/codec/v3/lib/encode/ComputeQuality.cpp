@@ -1,5 +1,6 @@
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <vela/audio/Quality.hpp>
 #include <vela/audio/decibel.hpp>
 #include <vela/codec/v3/lib/encode/ComputeQuality.hpp>
@@ -57,9 +58,10 @@ bool ComputeQuality::operator()(Group& group) const {
     if (!group.fits) return true;
 
     Frames rebuilt;
+    if (!rebuild_(rebuilt, group)) return false;
     for (const Frame& orig : group.origs)
-        rebuilt.silence(orig.key, orig.size());
-    if (!rebuild_(rebuilt, group) || !measure_(group, rebuilt)) return false;
+        if (!rebuilt.find(orig.key)) rebuilt.silence(orig.key, orig.size());
+    if (!measure_(group, rebuilt)) return false;
 
     group.has_score = true;
     return !filter || filter->update(group);
@@ -86,7 +88,7 @@ bool ComputeQuality::rebuild_(Frames& rebuilt, const Group& group) {
     }
     for (Frame& frame : out) {
         if (!unscale_(frame, group)) return false;
-        rebuilt.set(frame);
+        rebuilt.set(std::move(frame));
     }
     return true;
 }

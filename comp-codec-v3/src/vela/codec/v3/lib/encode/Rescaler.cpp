@@ -64,6 +64,13 @@ int scale_to_32_bits(int x, std::int64_t factor_39) {
     return static_cast<int>(product / (std::int64_t{1} << 31));
 }
 
+// The same for a factor of 1, as mostly, several samples at a time.
+int raise_to_32_bits(int x) {
+    constexpr int top = 0x7FFFFF;
+    const auto raised = static_cast<std::uint32_t>(std::clamp(x, -top - 1, top)) << headroom_bits;
+    return x > top ? INT32_MAX : static_cast<int>(raised);
+}
+
 }  // namespace
 
 bool Rescaler::operator()(Group& group) {
@@ -81,15 +88,20 @@ bool Rescaler::operator()(Group& group) {
 
 bool Rescaler::rescale_(Group& group, float factor) {
     const unsigned shift = group.nr_bitlines + headroom_bits;
-    const auto pool = goc_dither_pool_(shift);
     const auto factor_39 = static_cast<std::int64_t>(static_cast<double>(factor) * 0x1p39);
     const bool dithered = group.dither && group.silence.size() == 0;
+    const auto pool = dithered ? goc_dither_pool_(shift) : nullptr;
 
     group.rescaled.clear();
     for (const Frame& active : group.active) {
-        Frame frame = active;
-        std::ranges::transform(frame.samples(), frame.write().begin(),
-                               [=](int x) { return scale_to_32_bits(x, factor_39); });
+        Frame frame(active.key, active.size());
+        frame.bit_depth = active.bit_depth;
+        const auto out = frame.write().begin();
+        if (factor == 1.0f)
+            std::ranges::transform(active.samples(), out, raise_to_32_bits);
+        else
+            std::ranges::transform(active.samples(), out,
+                                   [=](int x) { return scale_to_32_bits(x, factor_39); });
         if (dithered && !(*pool)(frame.write_range(), 0)) return false;
         if (!pcm::shift_right(shift, frame.write_range())) return false;
         group.rescaled.push_back(std::move(frame));
