@@ -78,7 +78,6 @@ bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t 
     sieve::Found found[sieve::batch];
     sieve_.nearest(found, storage_.shadows(), nr_clusters_, shadows, slack_);
     nr_changed_ = 0;
-    changed_.fill(static_cast<Position>(capacity_));  // infinitely far away
     for (std::size_t i = 0; i < size; ++i) {
         const bool good = nr_clusters_ == 0   ? process_first_(deltas[i], membership)
                           : nr_clusters_ == 1 ? process_second_(deltas[i], membership)
@@ -119,7 +118,7 @@ bool Clustering<T, N>::process_next_(const Delta& delta, const sieve::Found& fou
                                      Membership& membership) {
     const Nearest nearest = find_nearest_(delta, found);
     if (is_hit_(nearest)) {
-        if (nearest.at != 0) merges_.renew_before(nearest.at);
+        merges_.renew_before(nearest.at);
         insert_(nearest, delta.alone);
         return membership.assign(delta.index, nearest.at);
     }
@@ -146,10 +145,7 @@ bool Clustering<T, N>::still_alone_(const Delta& delta, const sieve::Found& foun
         alone &= c != found.position;
         alone &= estimate<N>(shadows, c, delta.shadow) > found.limit;
     };
-    // Mostly there are no more than these; a fixed number is foretold rightly.
-    for (std::size_t i = 0; i < sieve::batch; ++i)
-        look_at(changed_[i]);
-    for (std::size_t i = sieve::batch; i < nr_changed_; ++i)
+    for (std::size_t i = 0; i < nr_changed_; ++i)
         look_at(changed_[i]);
     return alone;
 }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <iterator>
 #include <limits>
 #include <vela/gvm/fast/Merges.hpp>
 
@@ -29,6 +28,7 @@ void Merges<T, N>::reset(std::size_t size, float slack) {
     owners_.reset(size);
     lowest_ = nothing;
     marked_.fill(no_partner);
+    owners_wait_ = false;
     found_.resize(size + sieve::padding);
     work_.reserve(2 * size);
 }
@@ -69,6 +69,7 @@ bool Merges<T, N>::stands_before_(Position a, Position b) const {
 
 template <typename T, std::size_t N>
 void Merges<T, N>::renew() {
+    owners_wait_ = false;  // all of them are searched again
     if (marked_[0] == no_partner) return;
     gather_marked_();
     for (const Position c : work_)
@@ -77,7 +78,8 @@ void Merges<T, N>::renew() {
 
 template <typename T, std::size_t N>
 void Merges<T, N>::renew_before(Position c) {
-    if (marked_[0] == no_partner) return;
+    if (owners_wait_) offer_to_owners_();
+    if (c == 0 || marked_[0] == no_partner) return;
     gather_marked_();
     for (const Position x : work_)
         if (x == 1 || by_size_.before(x, c)) search(x);
@@ -126,18 +128,31 @@ void Merges<T, N>::after_merge(Position a, Position b) {
     const std::size_t nr_found =
         sieve_.cheaper(found_.data(), columns, shadow_of_cost_.data(), a + 1, size_,
                        shadow(columns, a), shadow(columns, b), slack_);
-    work_.clear();
-    // Owners of merges with `a` or `b` are dealt with apart: their costs can also rise.
-    std::copy_if(found_.begin(), found_.begin() + static_cast<std::ptrdiff_t>(nr_found),
-                 std::back_inserter(work_),
-                 [&](Position x) { return partner_[x] != a && partner_[x] != b; });
-    gather_owners_(a);
-    if (b != a) gather_owners_(b);
-    for (const Position x : work_) {
-        offer_(x, a);
-        if (b != a && x > b) offer_(x, b);
-    }
     marked_ = {a, b};
+    for (std::size_t i = 0; i < nr_found; ++i) {
+        const Position x = found_[i];
+        if (partner_[x] != a && partner_[x] != b) offer_marked_(x);
+    }
+    // Those of owners can also rise.  Mostly `renew` comes next, which searches owners anew.
+    owners_wait_ = true;
+}
+
+/// Some who have become owners since get once more what they have.
+template <typename T, std::size_t N>
+void Merges<T, N>::offer_to_owners_() {
+    owners_wait_ = false;
+    work_.clear();
+    gather_owners_(marked_[0]);
+    if (marked_[1] != marked_[0]) gather_owners_(marked_[1]);
+    for (const Position x : work_)
+        offer_marked_(x);
+}
+
+template <typename T, std::size_t N>
+void Merges<T, N>::offer_marked_(Position x) {
+    const auto [a, b] = marked_;
+    offer_(x, a);
+    if (b != a && x > b) offer_(x, b);
 }
 
 /// Renews the merge of `c` if it is with `partner`, or makes it so if that is cheaper.

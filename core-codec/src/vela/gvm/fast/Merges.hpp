@@ -46,7 +46,8 @@ public:
 
     /// Searches again what a mark says is behind the truth.
     void renew();
-    /// Likewise for position 1 and the clusters larger than `c`.
+    /// Likewise for position 1 and the clusters larger than `c`; for none of them if `c` is 0.  The
+    /// marks are void after the change that follows.
     void renew_before(Position c);
     /// Searches the partner of `c`; of equals, the lowest position.
     void search(Position c);
@@ -64,6 +65,8 @@ private:
     void set_(Position c, Position partner, T cost);
     void set_cost_(Position c, T cost);
     void offer_(Position c, Position partner);
+    void offer_to_owners_();
+    void offer_marked_(Position x);
     void gather_owners_(Position partner);
     void gather_marked_();
 
@@ -81,6 +84,7 @@ private:
 
     T lowest_ = 0;  // no remembered cost is below
     std::array<Position, 2> marked_{no_partner, no_partner};
+    bool owners_wait_ = false;  // for the offers of those marked
 
     std::vector<Position> found_;  // by the sieve
     std::vector<Position> work_;   // positions to be dealt with
