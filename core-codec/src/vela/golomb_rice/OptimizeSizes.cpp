@@ -16,19 +16,24 @@ public:
     explicit Totals(std::span<const unsigned> sizes) {
         for (std::size_t i = sizes.size(); i-- > 1;) {
             nr_samples_ += sizes[i];
-            from_multiples_[static_cast<unsigned>(std::countr_zero(i))] += nr_samples_;
+            if (i % 2 != 0)  // every other time: not through memory
+                from_odd_ += nr_samples_;
+            else
+                from_even_[static_cast<unsigned>(std::countr_zero(i))] += nr_samples_;
         }
         if (!sizes.empty()) nr_samples_ += sizes[0];
     }
 
     [[nodiscard]] std::uint64_t of(unsigned k) const {
-        const auto first = from_multiples_.begin() + std::min<unsigned>(k, 32);
-        return std::accumulate(first, from_multiples_.end(), nr_samples_ * (k + 1));
+        const auto first = from_even_.begin() + std::min<unsigned>(k, 32);
+        return std::accumulate(first, from_even_.end(),
+                               nr_samples_ * (k + 1) + (k == 0 ? from_odd_ : 0));
     }
 
 private:
     std::uint64_t nr_samples_ = 0;
-    std::array<std::uint64_t, 32> from_multiples_{};  // by the power of 2 that divides the multiple
+    std::uint64_t from_odd_ = 0;
+    std::array<std::uint64_t, 32> from_even_{};  // by the power of 2 that divides the multiple
 };
 
 }  // namespace
