@@ -1,10 +1,14 @@
 #include <sys/types.h>
 
 #include <vela/file/String.hpp>
+#include <vela/file/details/File.hpp>
 
 namespace vela::file {
 
-String::String(const Name& name) : stream_(std::fopen(name.str().c_str(), "wb")) {}
+String::String(const Name& name)
+    : buffer_(details::buffer_size), stream_(std::fopen(name.str().c_str(), "wb")) {
+    if (stream_) std::setvbuf(stream_.get(), buffer_.data(), _IOFBF, buffer_.size());
+}
 
 void String::append(std::string_view bytes) {
     size_ += bytes.size();

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <string_view>
+#include <vector>
 #include <vela/file/Name.hpp>
 
 namespace vela::file {
@@ -16,6 +17,8 @@ class String {
 public:
     /// Creates the file, or empties the one that is there.
     explicit String(const Name& name);
+    String(const String&) = delete;
+    String& operator=(const String&) = delete;
 
     /// Bytes appended so far.
     [[nodiscard]] std::uint64_t size() const { return size_; }
@@ -31,6 +34,7 @@ private:
         void operator()(std::FILE* stream) const { std::fclose(stream); }
     };
 
+    std::vector<char> buffer_;  // the stream's; outlives it
     std::unique_ptr<std::FILE, Close> stream_;
     std::uint64_t size_ = 0;
 };

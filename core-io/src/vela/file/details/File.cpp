@@ -3,8 +3,10 @@
 
 namespace vela::file::details {
 
-File::File(const Name& name)
-    : name_(name), stream_(name.str(), std::ios::binary | std::ios::ate), is_open_(stream_.good()) {
+File::File(const Name& name) : name_(name), buffer_(buffer_size) {
+    stream_.rdbuf()->pubsetbuf(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    stream_.open(name.str(), std::ios::binary | std::ios::ate);
+    is_open_ = stream_.good();
     if (!is_open_) return;
     size_ = static_cast<std::uint64_t>(std::max<std::streamoff>(stream_.tellg(), 0));
     stream_.seekg(0);

@@ -4,9 +4,13 @@
 #include <fstream>
 #include <mutex>
 #include <string>
+#include <vector>
 #include <vela/file/Name.hpp>
 
 namespace vela::file::details {
+
+/// Bytes per call of the system: a dozen blocks of audio, of which each file has 47 a second.
+inline constexpr std::size_t buffer_size = std::size_t{1} << 16;
 
 /// One open input file, shared by all the cursors on it.
 ///
@@ -33,6 +37,7 @@ private:
     bool read_(char* buffer, std::uint64_t n);
 
     Name name_;
+    std::vector<char> buffer_;  // the stream's; outlives it
     std::ifstream stream_;
     bool is_open_ = false;
     std::uint64_t size_ = 0;
