@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <random>
 #include <string_view>
@@ -49,17 +50,26 @@ TEST(CRC16_CCITT, EachByteAgreesWithTheDivision) {
     }
 }
 
-TEST(CRC16_CCITT, ThreeBytesAtOnceAreThreeBytes) {
-    std::mt19937 engine(2);
-    CRC one, three;
-    for (int i = 0; i < 100000; ++i) {
-        const auto bits = static_cast<std::uint32_t>(engine());
-        const auto byte = [=](int ix) { return static_cast<std::uint8_t>(bits >> 8 * ix); };
-        for (int ix = 0; ix < 3; ++ix)
-            one.add(byte(ix));
-        three.add(byte(0), byte(1), byte(2));
-        ASSERT_EQ(three.value(), one.value());
+template <std::size_t count>
+void expect_as_one_by_one() {
+    CRC16_CCITT<unsigned short> one, several;
+    std::uint8_t next = 1;
+    for (int round = 0; round < 100; ++round) {
+        std::array<std::uint8_t, count> bytes;
+        for (std::uint8_t& byte : bytes) {
+            byte = next = static_cast<std::uint8_t>(next * 167 + 13);
+            one.add(byte);
+        }
+        several.add(bytes);
+        ASSERT_EQ(several.value(), one.value()) << count << " bytes, round " << round;
     }
+}
+
+TEST(CRC16_CCITT, SeveralBytesAtOnceAreTheSameAsOneByOne) {
+    expect_as_one_by_one<2>();
+    expect_as_one_by_one<3>();
+    expect_as_one_by_one<7>();
+    expect_as_one_by_one<12>();
 }
 
 TEST(CRC16_CCITT, AgreesWithTheDivisionAfterEachByteOfALongText) {

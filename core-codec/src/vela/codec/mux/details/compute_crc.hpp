@@ -1,10 +1,23 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vela/crc/CRC16_CCITT.hpp>
 
 namespace vela::codec::mux::details {
+
+/// Three bytes of each of `count` samples, of which only the bits of `mask` count.
+template <std::size_t count, typename Iterator>
+std::array<std::uint8_t, 3 * count> bytes_of(Iterator samples, std::uint32_t mask = ~0u) {
+    std::array<std::uint8_t, 3 * count> bytes;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t sample = static_cast<std::uint32_t>(samples[i]) & mask;
+        for (std::size_t k = 0; k < 3; ++k)
+            bytes[3 * i + k] = static_cast<std::uint8_t>(sample >> 8 * k);
+    }
+    return bytes;
+}
 
 /// The check value of a block: CRC-16/GSM over the low three bytes of each sample, least
 /// significant byte first, audio and record alike.
@@ -21,15 +34,14 @@ template <typename Value, typename Samples>
     if (sample_width != 24 || !samples.valid() || samples.size() < nr_crc_bits) return false;
 
     vela::crc::CRC16_CCITT<unsigned short> sum;
-    const auto feed = [&sum](std::uint32_t sample) {
-        sum.add(static_cast<std::uint8_t>(sample), static_cast<std::uint8_t>(sample >> 8),
-                static_cast<std::uint8_t>(sample >> 16));
-    };
     const auto first = samples.begin();
-    for (std::size_t i = 0; i < nr_crc_bits; ++i)
-        feed(static_cast<std::uint32_t>(first[i]) & without_line_1);
-    for (std::size_t i = nr_crc_bits; i < samples.size(); ++i)
-        feed(static_cast<std::uint32_t>(first[i]));
+    std::size_t at = 0;
+    for (; at < nr_crc_bits; at += 4)
+        sum.add(bytes_of<4>(first + at, without_line_1));
+    for (; samples.size() - at >= 4; at += 4)
+        sum.add(bytes_of<4>(first + at));
+    for (; at < samples.size(); ++at)
+        sum.add(bytes_of<1>(first + at));
     crc = sum.value();
     return true;
 }
