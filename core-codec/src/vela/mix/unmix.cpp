@@ -56,15 +56,15 @@ bool unmix(std::span<int> y0, std::span<int> y1, std::span<const int> seeds, std
     // At even t y0 is anchored and the mix gives y1, at odd t the other way round.
     int anchor0 = mirrored(y0[0], seeds[1]);
     int anchor1 = y1[1];
-    for (std::size_t t = 2; t + 1 < size; ++t) {
-        y0[t] = anchor0;
-        y1[t] = wrap_sub(m[t], anchor0);
-        anchor1 = mirrored(anchor1, wrap_sub(y1[t], centers[ixs[t]][0]));
-        std::swap(y0, y1);
-        std::swap(anchor0, anchor1);
+    const auto step = [&](std::size_t t, int* anchored, int* other, int anchor, int& next) {
+        anchored[t] = anchor;
+        other[t] = wrap_sub(m[t], anchor);
+        if (t + 1 < size) next = mirrored(next, wrap_sub(other[t], centers[ixs[t]][0]));
+    };
+    for (std::size_t t = 2; t < size; t += 2) {
+        step(t, y0.data(), y1.data(), anchor0, anchor1);
+        if (t + 1 < size) step(t + 1, y1.data(), y0.data(), anchor1, anchor0);
     }
-    y0[size - 1] = anchor0;
-    y1[size - 1] = wrap_sub(m[size - 1], anchor0);
     return true;
 }
 

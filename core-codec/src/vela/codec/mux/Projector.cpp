@@ -15,8 +15,8 @@ constexpr unsigned lowest_line(std::size_t sample) {
 }
 
 /// ORs the next `count` entries into one sample.
-template <typename T>
-void set_bits(int& sample, const T*& at, unsigned count) {
+template <unsigned count, typename T>
+void set_bits(int& sample, const T*& at) {
     T bits = 0;
     for (unsigned i = 0; i < count; ++i)
         bits |= *at++;
@@ -71,10 +71,13 @@ bool Projector<T, N>::project(Range<int*> samples) const {
     const T* at = masks_.data() + upper_lines_at;
     for (std::size_t sample = 0; sample < head; ++sample) {
         out[sample] |= static_cast<int>(masks_[sample] | masks_[line_2_at + sample]);
-        set_bits(out[sample], at, N - 3);
+        set_bits<N - 3>(out[sample], at);
     }
     for (std::size_t sample = head; sample < nr_samples_; ++sample)
-        set_bits(out[sample], at, N - lowest_line(sample));
+        if (lowest_line(sample) == 0)
+            set_bits<N>(out[sample], at);
+        else
+            set_bits<N - 1>(out[sample], at);
     return true;
 }
 
