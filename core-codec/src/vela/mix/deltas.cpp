@@ -7,9 +7,14 @@ namespace vela::mix {
 bool deltas(std::span<int> d, Samples x, Samples y) {
     const std::size_t size = x.size();
     if (size < 4 || y.size() != size || d.size() != size) return false;
+    // Both channels in one loop, so that compilers make several at a time.
     d[0] = 0;
-    mix2::deltas<0>(d, x);
-    mix2::deltas<1>(d, y);
+    std::size_t t = 1;
+    for (; t + 2 < size; t += 2) {
+        d[t] = mix2::residual(x.data(), t);
+        d[t + 1] = mix2::residual(y.data(), t + 1);
+    }
+    if (t + 1 < size) d[t] = mix2::residual(x.data(), t);
     d[size - 1] = 0;
     return true;
 }

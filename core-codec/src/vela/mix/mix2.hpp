@@ -39,14 +39,9 @@ void walk(Samples x, Anchored anchored, Predicted predicted, Raw raw) {
     if (t + 1 < size) raw(t + 1);
 }
 
-/// Writes the residuals of channel `I`, sample less prediction, to `d[t]`, and leaves `d` alone
-/// where the channel has no prediction.
-template <std::size_t I>
-void deltas(std::span<int> d, Samples x) {
-    walk<I>(
-        x, [](std::size_t, int) {},
-        [&](std::size_t t, int prediction) { d[t] = numeric::wrap_sub(x[t], prediction); },
-        [](std::size_t) {});
+/// The sample less its prediction; REQUIRES anchors at t - 1 and t + 1.
+[[nodiscard]] inline int residual(const int* x, std::size_t t) {
+    return numeric::wrap_sub(x[t], numeric::wrap_add(even(x[t - 1]), even(x[t + 1])) >> 1);
 }
 
 /// Adds what channel `I` contributes to the mix; channel 0 comes first and overwrites `out`.
