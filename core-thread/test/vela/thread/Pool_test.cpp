@@ -140,6 +140,7 @@ TEST(Pool, DestructionStopsARoundOfFewerAndWakesTheRest) {
             ASSERT_TRUE(pool.start(
                 [&] {
                     ++inside;
+                    std::this_thread::yield();
                     --inside;
                     return true;
                 },
