@@ -72,6 +72,18 @@ TEST(FrameLowpass, TheBlocksTogetherAreTheSignalWithTheDelayTakenOut) {
         }
 }
 
+TEST(FrameLowpass, WithoutAFilterTheSamplesAreShared) {
+    FrameLowpass lowpass(Type::None, 0, 48000);
+    std::ostringstream messages;
+    Frames input, current, upcoming;
+    input.goc(key, 8, 24).write()[3] = 5;
+    ASSERT_TRUE(lowpass.feed(current, upcoming, input, messages));
+    EXPECT_EQ(upcoming.find(key)->samples().data(), input.find(key)->samples().data());
+    EXPECT_EQ(upcoming.find(key)->bit_depth, 24u);
+    input.goc(key).write()[3] = 6;
+    EXPECT_EQ(upcoming.find(key)->samples()[3], 5) << "the next block is read into `input`";
+}
+
 TEST(FrameLowpass, ABlockShorterThanTheDelayIsRefusedInWords) {
     FrameLowpass lowpass(Type::FIR, 18000, 48000);
     std::ostringstream messages;

@@ -3,6 +3,8 @@
 #include <cctype>
 #include <sstream>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vela/api/Channel.hpp>
 #include <vela/api/NamingSchema.hpp>
 
@@ -21,6 +23,10 @@ const struct {
 
 namespace vela::api {
 namespace {
+
+// Else a vector of frames copies its channels whenever it grows.
+static_assert(std::is_nothrow_move_constructible_v<Channel>);
+static_assert(std::is_nothrow_move_assignable_v<Channel>);
 
 std::string text_of(const Channel& channel) {
     std::ostringstream out;
@@ -225,6 +231,18 @@ TEST(Channel, CopiesAreIndependent) {
     const auto& same = a;
     a = same;
     EXPECT_EQ(text_of(a), "Right");
+}
+
+TEST(Channel, WhatWasMovedFromCanBeAssignedTo) {
+    Channel a = channel::Left;
+    Channel b = std::move(a);
+    EXPECT_EQ(text_of(b), "Left");
+    a = channel::Right;
+    EXPECT_EQ(text_of(a), "Right");
+    b = std::move(a);
+    EXPECT_EQ(text_of(b), "Right");
+    a = Channel::create(channel::id::Top);
+    EXPECT_EQ(text_of(a), "Top");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 #include <vector>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frames.hpp>
@@ -66,6 +67,23 @@ TEST(Frames, SetStoresUnderTheFramesOwnKeyAndShares) {
     EXPECT_EQ(stored.samples().data(), frame.samples().data());
     frames.set(IntFrame(right, 1));
     EXPECT_EQ(frames.size(), 2u);
+}
+
+TEST(Frames, SetOfAFrameThatIsGivenAwayKeepsItsKeySamplesAndDepth) {
+    IntFrames frames;
+    for (int value = 5; value < 7; ++value) {
+        IntFrame frame(left, 4);
+        frame.bit_depth = 24;
+        std::ranges::fill(frame.write(), value);
+        const int* const samples = frame.samples().data();
+        const IntFrame& stored = frames.set(std::move(frame));
+        EXPECT_EQ(frames.find(left), &stored);
+        EXPECT_EQ(stored.key, left);
+        EXPECT_EQ(stored.bit_depth, 24u);
+        EXPECT_EQ(stored.samples().data(), samples) << "not copied";
+        EXPECT_TRUE(all_are(stored, value));
+    }
+    EXPECT_EQ(frames.size(), 1u);
 }
 
 TEST(Frames, SilenceLeavesOtherOwnersAndTheDepthAlone) {

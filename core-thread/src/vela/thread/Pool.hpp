@@ -82,9 +82,8 @@ private:
     std::uint64_t nr_wanted_ = 0;
     std::uint64_t nr_running_ = 0;
     std::uint64_t nr_finished_ = 0;
-    std::mutex mutex_;                               // guards all of these
-    std::vector<std::condition_variable> start_cv_;  // each thread waits at its own
-    std::condition_variable control_cv_;             // `stop` waits here
+    std::mutex mutex_;                    // guards all of these
+    std::condition_variable control_cv_;  // `stop` waits here
     bool quit_ = false;
 };
 

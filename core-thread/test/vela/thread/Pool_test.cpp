@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <vela/thread/Pool.hpp>
 
@@ -110,6 +111,42 @@ TEST(Pool, ARoundTakesNoMoreThreadsThanItWants) {
             wanted));
         ASSERT_TRUE(pool.stop());
         ASSERT_EQ(calls.size(), wanted);
+    }
+}
+
+// Their memory is near: what a learner has left there serves the next frame's.
+TEST(Pool, RoundsThatWantFewerTakeTheSameThreadsEachTime) {
+    Pool pool(8);
+    std::mutex mutex;
+    std::set<std::thread::id> seen;
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_TRUE(pool.start(
+            [&] {
+                const std::lock_guard lock(mutex);
+                seen.insert(std::this_thread::get_id());
+                return false;
+            },
+            static_cast<unsigned long>(round % 3 + 1)));
+        ASSERT_TRUE(pool.stop());
+    }
+    EXPECT_EQ(seen.size(), 3u);
+}
+
+TEST(Pool, DestructionStopsARoundOfFewerAndWakesTheRest) {
+    for (int round = 0; round < 50; ++round) {
+        std::atomic<int> inside = 0;
+        {
+            Pool pool(4);
+            ASSERT_TRUE(pool.start(
+                [&] {
+                    ++inside;
+                    std::this_thread::yield();
+                    --inside;
+                    return true;
+                },
+                2));
+        }
+        ASSERT_EQ(inside, 0);
     }
 }
 

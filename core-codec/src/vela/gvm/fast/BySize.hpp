@@ -56,7 +56,7 @@ private:
     // Made when they are asked for.
     mutable bool sorted_ = false;
     mutable std::vector<Position> order_;
-    mutable std::vector<unsigned> nr_of_size_;  // all 0 between calls
+    mutable std::vector<unsigned> nr_of_size_ = {0};  // all 0 between calls
 };
 
 }  // namespace vela::gvm::fast

@@ -53,9 +53,11 @@ public:
     void search(Position c);
 
     /// The cluster has grown by a delta or a cluster.  Renews the costs of the pairs that it is in;
-    /// with `choose`, later clusters may take it as a new partner.
+    /// with `choose`, later clusters may take it as a new partner, and it is marked.
     void after_insert(Position c, bool choose);
-    /// `a` absorbed what was at `b`, and `b` holds something else now.
+    /// `a` absorbed what was at `b`, and `b` holds something else now.  Both are marked: who has
+    /// one of them as partner keeps the cost of before until one of the two renewals above, which
+    /// must come ahead of the next change.
     void after_merge(Position a, Position b);
 
 private:

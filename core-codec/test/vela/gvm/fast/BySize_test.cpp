@@ -64,6 +64,14 @@ TEST(FastBySize, SizesAreDescendingHoweverOftenTheyAreAskedFor) {
     }
 }
 
+TEST(FastBySize, OfNoClustersThereIsNoOrder) {
+    BySize by_size;
+    EXPECT_TRUE(by_size.order(0).empty());
+    by_size.get_sizes({});
+    by_size.reset(0, 0);
+    EXPECT_TRUE(by_size.order(0).empty());
+}
+
 TEST(FastBySize, OnlyLiveClustersCount) {
     BySize by_size = four_of_one();
     by_size.grow(3, 9);

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <thread>
 #include <vector>
+#include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/Learned.hpp>
 #include <vela/gvm/deltas.hpp>
 #include <vela/gvm/fast/Learner.hpp>
@@ -151,6 +154,62 @@ TEST(FastLearner, SumsBeyond32BitsGiveTheSmallestIntegerOverTheCount) {
     EXPECT_EQ(Learned<1>(1, {2147483646, 1}).centers(), Centers<1>{{1073741823}});
 }
 
+/// What centers need as they are, whatever a quicker look tells.
+template <std::size_t N>
+void width_is_that_of_the_centers(unsigned k, const std::vector<int>& values) {
+    const Learned<N> learned(k, values);
+    unsigned width = 99;
+    ASSERT_TRUE(learned.get_center_width(width));
+    EXPECT_EQ(width, fixed_width::bit_width(learned.centers()))
+        << "k " << k << " values " << testing::PrintToString(values);
+}
+
+// Means just below a power of two look like it in single precision.
+TEST(FastLearner, TheWidthOfCentersIsExactNearPowersOfTwo) {
+    for (int bits = 0; bits < 31; ++bits)
+        for (const int off : {-2, -1, 0, 1, 2})
+            for (const int sign : {-1, 1})
+                for (const std::size_t count : {1u, 2u, 3u, 7u, 100u}) {
+                    const int value = sign * ((1 << bits) - 1 + off);
+                    std::vector<int> values(2 * count, value);
+                    values.back() -= sign;
+                    width_is_that_of_the_centers<1>(1, values);
+                    width_is_that_of_the_centers<1>(2, values);
+                    width_is_that_of_the_centers<2>(1, values);
+                    if (HasFailure()) return;
+                }
+}
+
+// Cut first and divided then, such a sum gives a center that is no mean.
+TEST(FastLearner, TheWidthOfCentersIsExactWhereSumsLeave32Bits) {
+    constexpr int largest = 2147483647, smallest = -largest - 1, half = 1 << 30;
+    const std::vector<int> table[] = {{largest, largest, largest},
+                                      {smallest},
+                                      {smallest, smallest, smallest},
+                                      {half, half},
+                                      {half, half - 1},
+                                      {-half, -half},
+                                      {-half, -half - 1},
+                                      {half, half, 1, -3},
+                                      {largest, largest, 0, 0, 0, 0},
+                                      {smallest, 0, smallest, 1, largest, 2},
+                                      {0, half, 0, half, 5, half, 5, 0}};
+    for (const auto& values : table)
+        for (const unsigned k : {1u, 2u}) {
+            width_is_that_of_the_centers<1>(k, values);
+            if (values.size() % 2 == 0) width_is_that_of_the_centers<2>(k, values);
+        }
+    for (const int value : {1 << 21, (1 << 21) + 1, (1 << 21) - 1, -(1 << 21), -(1 << 21) - 1})
+        width_is_that_of_the_centers<1>(1, std::vector<int>(1024, value));
+}
+
+TEST(FastLearner, CentersOfNothingHaveNoWidth) {
+    width_is_that_of_the_centers<1>(3, {});
+    width_is_that_of_the_centers<2>(3, {});
+    width_is_that_of_the_centers<1>(0, {1});
+    width_is_that_of_the_centers<1>(3, {0, 0});
+}
+
 TEST(FastLearner, LearningAgainForgetsTheFirstDeltas) {
     Learned<1> learned(3, {1, 2, 3, 4, 5});
     std::vector<int> values{9, 9};
@@ -161,7 +220,10 @@ TEST(FastLearner, LearningAgainForgetsTheFirstDeltas) {
 }
 
 TEST(FastLearner, KnowsNothingBeforeItLearns) {
+    { const Learned<1> gone(3, {1, 2, 3}); }  // leaves its memory to the next
     Learner<double, Iterator<1>> learner;
+    unsigned width = 0;
+    EXPECT_FALSE(learner.get_center_width(width));
     EXPECT_EQ(learner.nr_clusters(), 0u);
     EXPECT_EQ(learner.cost(), 0.0);
     EXPECT_FALSE(learner.merge_two_clusters());
@@ -171,6 +233,27 @@ TEST(FastLearner, KnowsNothingBeforeItLearns) {
     EXPECT_FALSE(learner.get_sizes(sizes));
     EXPECT_FALSE(learner.get_centers(centers));
     EXPECT_FALSE(learner.get_ixs(ixs));
+}
+
+// A learner may end on another thread than it began on, and leaves its memory there.
+TEST(FastLearner, EachThreadKeepsWhatItsLearnersLeave) {
+    const auto learn = [](int seed) {
+        const auto values = audio_like_values(6, 40, static_cast<unsigned>(seed));
+        return std::make_unique<Learned<1>>(3, values);
+    };
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&, begun = learn(t), t]() mutable {
+            const Ixs expected = begun->ixs();
+            for (int round = 0; round < 2000; ++round) {
+                begun.reset();
+                const auto other = learn(100 + round);
+                begun = learn(t);
+                EXPECT_EQ(begun->ixs(), expected);
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
 }
 
 TEST(FastLearner, RefusesVectorsOfAnotherSize) {

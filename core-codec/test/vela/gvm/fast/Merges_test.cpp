@@ -102,6 +102,23 @@ TEST(FastMerges, WhatNobodyAskedForStaysBehindTheTruth) {
     }
 }
 
+// As above, but the next delta lies on the first cluster, before anybody asks for a merge.
+TEST(FastMerges, AHitLeavesItToOthersWhatTheMergeBeforeHasTaught) {
+    Line line{0, 50, 51, 90};
+    line.storage.merge(1, line.storage[2], line.storage[1].united_share(line.storage[2]));
+    line.by_size.grow(1, 2);
+    line.storage.store(2, Cluster<double, 1>::alone({2}));
+    line.by_size.shrink_to_one(2);
+    line.merges.after_merge(1, 2);
+    line.merges.renew_before(0);
+    line.insert(0, 0);
+    line.merges.after_insert(0, false);
+
+    EXPECT_EQ(line.merges.partner(3), 2u) << "the nearest before, and it was not searched again";
+    EXPECT_EQ(line.merges.cheapest_below(1568), no_partner);
+    EXPECT_EQ(line.merges.cheapest_below(1569), 2u);  // with 50.5 twice: 48.5 * 48.5 * 2 / 3
+}
+
 TEST(FastMerges, TheLastClusterIsForgotten) {
     Line line{10, 100, 12};
     line.storage.erase(2);

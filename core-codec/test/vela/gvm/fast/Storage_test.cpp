@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <vela/gvm/fast/Storage.hpp>
 
@@ -21,6 +22,25 @@ TEST(FastStorage, KeepsAShadowOfEachCluster) {
     EXPECT_EQ(shadows.mean[1][1], -6);
     EXPECT_EQ(shadows.inverse[1], 0.5f);
     EXPECT_FLOAT_EQ(shadows.weight[1], 2.0f / 3);
+}
+
+TEST(FastStorage, TheLargestMeanIsThatOfTheLargestMagnitude) {
+    struct Case {
+        std::array<double, 2> first, second;
+        float largest;
+    };
+    for (const auto& [first, second, largest] :
+         {Case{{0, -0.0}, {0, 0}, 0.0f}, Case{{4, -6}, {5, 1}, 6.0f}, Case{{1, 2}, {-3, 0}, 3.0f},
+          Case{{-2147483648.0, 1}, {2147483647.0, 1}, 2147483648.0f},
+          Case{{1, 16777217}, {0, 0}, 16777216.0f}}) {
+        Storage<double, 2> storage;
+        storage.reset(3, 10);
+        storage.store(0, Cluster<double, 2>::alone(first));
+        storage.store(1, Cluster<double, 2>::alone(second));
+        storage.store(2, Cluster<double, 2>::alone({1e9, 1e10}));
+        EXPECT_EQ(storage.largest_mean(2), largest) << "the third does not count";
+        EXPECT_EQ(storage.largest_mean(0), 0.0f);
+    }
 }
 
 // Whole registers are read: what lies behind the last cluster must never be the nearest.

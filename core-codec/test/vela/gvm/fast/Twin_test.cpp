@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <vector>
+#include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/deltas.hpp>
 #include <vela/gvm/fast/Learner.hpp>
 #include <vela/gvm/fast/PlainLearner.hpp>
@@ -19,11 +20,19 @@ public:
         fast_.set_update_all_after_insert(update_all);
     }
 
-    void learn_and_merge_to_the_end(unsigned k, std::vector<int> values) {
+    void learn_and_merge_to_the_end(unsigned k, const std::vector<int>& values) {
+        learn(k, values);
+        merge_to_the_end();
+    }
+
+    void learn(unsigned k, std::vector<int> values) {
         const auto range = range_of<N>(values);
         nr_deltas_ = range.size();
         ASSERT_EQ(fast_.learn(k, range), plain_.learn(k, range));
         expect_same_();
+    }
+
+    void merge_to_the_end() {
         while (!testing::Test::HasFailure() && plain_.nr_live() > 1) {
             ASSERT_TRUE(plain_.merge_two_clusters());
             ASSERT_TRUE(fast_.merge_two_clusters());
@@ -44,6 +53,9 @@ private:
         std::vector<std::array<int, N>> centers(size);
         ASSERT_TRUE(fast_.get_centers(centers));
         EXPECT_EQ(centers, plain_.centers());
+        unsigned width = 0;
+        ASSERT_TRUE(fast_.get_center_width(width));
+        EXPECT_EQ(width, fixed_width::bit_width(centers));
         std::vector<unsigned long> ixs(nr_deltas_);
         ASSERT_TRUE(fast_.get_ixs(ixs));
         EXPECT_EQ(ixs, plain_.ixs());
@@ -164,6 +176,22 @@ TEST(FastLearnerTwin, NothingIsLeftOverFromOneLearnToTheNext) {
         const auto values = audio_like_values(2 * (1 + seed * 37 % 300), 40, seed);
         one.learn_and_merge_to_the_end(1 + seed * 11 % 80, values);
         two.learn_and_merge_to_the_end(1 + seed * 11 % 80, values);
+    }
+}
+
+// One begins with the memory that another has left, while a third is still at work.
+TEST(FastLearnerTwin, LearnersThatLiveAtOnceShareNothing) {
+    for (unsigned seed = 8000000; seed < 8000020 && !HasFailure(); ++seed) {
+        const auto values = [&](unsigned n) {
+            return audio_like_values(200 + 2 * n, 40, seed + n);
+        };
+        Twin<2> before(true);
+        before.learn(40, values(1));
+        Twin<2>(false).learn_and_merge_to_the_end(90, values(100));
+        Twin<2> after(false);
+        after.learn(20, values(50));
+        before.merge_to_the_end();
+        after.merge_to_the_end();
     }
 }
 

@@ -64,9 +64,11 @@ int scale_to_32_bits(int x, std::int64_t factor_39) {
     return static_cast<int>(product / (std::int64_t{1} << 31));
 }
 
-// The same for a factor of 1, as mostly, several samples at a time.
-int raise_to_32_bits(int x) {
+// The same for a factor of 1, as mostly, several samples at a time.  Of the product 64 bits are
+// left, and so the low 25 of the sample.
+int raise_to_32_bits(int sample) {
     constexpr int top = 0x7FFFFF;
+    const int x = static_cast<int>(static_cast<std::uint32_t>(sample) << 7) >> 7;
     const auto raised = static_cast<std::uint32_t>(std::clamp(x, -top - 1, top)) << headroom_bits;
     return x > top ? INT32_MAX : static_cast<int>(raised);
 }

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <queue>
+#include <utility>
 #include <vector>
 #include <vela/api/Channel.hpp>
 #include <vela/codec/v3/lib/encode/Group.hpp>
@@ -42,7 +43,7 @@ public:
                 next_ = queues_.erase(next_);
                 continue;
             }
-            const Candidate nearest = queue.top();
+            Candidate nearest = queue.top();
             queue.pop();
             ++next_;
             return nearest;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <vela/OnRAII.hpp>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
 
 namespace vela::codec::v3::encoder {
@@ -107,11 +108,13 @@ bool Encoder::try_candidates_(CandidateQueue& queue) {
         best_.clear();
     }
     chain_.start_frame();
-    const bool threaded = nr_at_once_ > 1;
-    if (threaded && !pool_.start(work, nr_at_once_ - 1)) return false;
-    while (work()) {
+    if (nr_at_once_ > 1 && !pool_.start(work, nr_at_once_ - 1)) return false;
+    {
+        // Also on an exception: what the threads work on ends with this call.
+        const OnRAII stop([this] { pool_.stop(); });
+        while (work()) {
+        }
     }
-    if (threaded) pool_.stop();
     return nr_failures == 0;
 }
 

@@ -30,6 +30,45 @@ TEST(Rescaler, FullScaleIsNotSaturatedAndMoreIs) {
               (std::vector<int>{0x7FFFFF >> 3, INT32_MAX >> 11, -0x800000 >> 3, INT32_MIN >> 11}));
 }
 
+/// The product of `x` and 2^39 in 64 bits, cut at both ends, over 2^31.
+int raised_by_product(int x) {
+    const auto product =
+        static_cast<std::int64_t>(static_cast<std::uint64_t>(std::int64_t{x}) << 39);
+    if (product >= 0x3fffffff80000000) return INT32_MAX;
+    if (product <= -0x4000000000000000) return INT32_MIN;
+    return static_cast<int>(product / (std::int64_t{1} << 31));
+}
+
+TEST(Rescaler, WithNothingAttenuatedItEqualsTheProductWithOneForEverySample) {
+    std::vector<int> samples{INT32_MAX, INT32_MAX - 1, INT32_MIN, INT32_MIN + 1};
+    for (int bit = 0; bit < 31; ++bit)
+        for (const int off : {-1, 0, 1})
+            for (const int sign : {-1, 1})
+                samples.push_back(sign * ((1 << bit) - 1) + off);
+    std::mt19937 engine(1);
+    for (int i = 0; i < 100000; ++i)
+        samples.push_back(static_cast<int>(engine()) >> engine() % 10);
+
+    const Group group = rescaled(3, samples);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        ASSERT_EQ(group.rescaled[0].samples()[i], raised_by_product(samples[i]) >> 11)
+            << samples[i];
+}
+
+TEST(Rescaler, KeepsKeysAndDepths) {
+    for (const unsigned ix : {0u, 60u}) {
+        Group group = group_of(3, {{1, 2, 3, 4}, {5, 6, 7, 8}});
+        group.active = group.origs;
+        group.scaler_ix = ix;
+        Rescaler rescaler;
+        ASSERT_TRUE(rescaler(group));
+        for (std::size_t i = 0; i < 2; ++i) {
+            EXPECT_EQ(group.rescaled[i].key, group.origs[i].key);
+            EXPECT_EQ(group.rescaled[i].bit_depth, 24u);
+        }
+    }
+}
+
 TEST(Rescaler, ASilentGroupGetsNoDither) {
     Group group = group_of(5, {{1, -1, 0, 1}});
     group.dither = true;

@@ -1,5 +1,6 @@
 // The search over counts of bit-lines, as it shows in the winners and in the log of candidates.
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <map>
@@ -112,10 +113,10 @@ private:
 
 /// What was tried, frame by frame.
 std::vector<Line> candidates_of(std::uint64_t input, int bitline_min, int bitline_max,
-                                const std::vector<Frames>& frames) {
+                                const std::vector<Frames>& frames, unsigned nr_threads = 0) {
     const std::string log = testing::TempDir() + "Encoder_groups_test.jsonl";
     setenv("VELA_CANDIDATES", log.c_str(), 1);
-    const auto encoder = make(input, mono, bitline_min, bitline_max);
+    const auto encoder = make(input, mono, bitline_min, bitline_max, nr_threads);
     unsetenv("VELA_CANDIDATES");
     Frames out;
     for (const auto& in : frames)
@@ -162,6 +163,29 @@ TEST(EncoderSearch, TheNearestToTheCountBeforeIsTriedFirst) {
         EXPECT_EQ(lines[i + 5]["prev_b"], 7);
     }
     EXPECT_EQ(lines[5]["b"], 7);
+}
+
+// With more at once, candidates would be begun that the score of a finished one spares.
+TEST(EncoderSearch, NoMoreCandidatesAreTriedAtOnceThanThereAreProcessors) {
+    const char* const before = std::getenv("VELA_PROCESSORS");
+    const std::string kept = before ? before : "";
+    setenv("VELA_PROCESSORS", "1", 1);
+    const auto lines = candidates_of(mono, 3, 12, {10, mono_in_steps_of(1 << 12)}, 16);
+    if (before)
+        setenv("VELA_PROCESSORS", kept.c_str(), 1);
+    else
+        unsetenv("VELA_PROCESSORS");
+
+    const int in_order[] = {10, 9, 11, 8, 12, 7, 6, 5, 4, 3};
+    ASSERT_FALSE(lines.empty());
+    std::size_t nr_tried = 0;
+    for (const Line& line : lines) {
+        // Those that are dropped without a trial leave no line.
+        const auto* const at = std::ranges::find(in_order, line["b"]);
+        if (at == in_order) nr_tried = 0;
+        ASSERT_GE(at, in_order + nr_tried);
+        nr_tried = static_cast<std::size_t>(at - in_order) + 1;
+    }
 }
 
 TEST(EncoderSearch, WithOneCountThereIsOneCandidateAndNothingToFilter) {
