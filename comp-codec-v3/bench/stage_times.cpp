@@ -37,48 +37,56 @@ public:
     bool encode(const audio::Frames& frames, const api::SampleSpan& span) {
         CandidateQueue queue;
         for (const auto& group : recipe_.groups)
-            for (std::uint32_t b = 3; b <= 12; ++b)
-                if (!push_(queue, frames, span, group, b)) return false;
+            if (!push_(queue, frames, span, group)) return false;
         chain_.start_frame();
         best_.clear();
-        const bool fed = queue.feed([this](const auto& group) { return try_(group); });
+        while (const auto candidate = queue.pop())
+            if (!chain_.drops(*candidate->draft, candidate->nr_bitlines) && !try_(*candidate))
+                return false;
         for (auto& [key, winner] : best_) {
             prev_bitlines_[key] = winner->nr_bitlines;
             if (!timed_(mux, [&] { return muxer_(*winner); })) return false;
         }
-        return fed;
+        return true;
     }
 
     [[nodiscard]] double seconds(Stage stage) const { return seconds_[stage]; }
 
 private:
-    using GroupPtr = CandidateQueue::GroupPtr;
+    using GroupPtr = std::shared_ptr<Group>;
 
     bool push_(CandidateQueue& queue, const audio::Frames& frames, const api::SampleSpan& span,
-               const CarrierRecipe::Group& from, std::uint32_t b) {
+               const CarrierRecipe::Group& from) {
         const auto carrier = api::Channel::create(from.carrier);
-        auto group = Group::create(api::SpeakerLayout(recipe_.input),
-                                   api::SpeakerLayout(recipe_.carrier), span);
-        group->nr_bitlines = b;
-        group->frame.key = api::ChannelVariant(carrier);
-        group->centers_max = 150;
-        group->centers_start_2 = group->centers_start_3 = 20 * (b - 3) + 15;
-        if (const auto prev = prev_bitlines_.find(group->frame.key); prev != prev_bitlines_.end())
-            group->prev_bitlines = prev->second;
-        if (const auto prev = prev_centers_.find({b, group->frame.key});
-            prev != prev_centers_.end())
-            group->centers_start_2 = group->centers_start_3 = prev->second + 20;
+        const auto draft = Group::create(api::SpeakerLayout(recipe_.input),
+                                         api::SpeakerLayout(recipe_.carrier), span);
+        draft->frame.key = api::ChannelVariant(carrier);
+        draft->centers_max = 150;
+        if (const auto prev = prev_bitlines_.find(draft->frame.key); prev != prev_bitlines_.end())
+            draft->prev_bitlines = prev->second;
         for (const auto id : from.active_members()) {
             const auto* const frame = frames.find(api::ChannelVariant(api::Channel::create(id)));
             if (!frame) return false;
-            group->origs.push_back(*frame);
-            group->orig_attn[frame->key] = 0;
+            draft->origs.push_back(*frame);
+            draft->orig_attn[frame->key] = 0;
         }
-        queue.push(carrier, group);
+        for (std::uint32_t b = 3; b <= 12; ++b)
+            queue.push(carrier, {draft, b});
         return true;
     }
 
-    bool try_(const GroupPtr& group) {
+    GroupPtr create_(const CandidateQueue::Candidate& candidate) const {
+        const std::uint32_t b = candidate.nr_bitlines;
+        auto group = std::make_shared<Group>(*candidate.draft);
+        group->nr_bitlines = b;
+        const auto prev = prev_centers_.find({b, group->frame.key});
+        group->centers_start_2 = group->centers_start_3 =
+            prev == prev_centers_.end() ? 20 * (b - 3) + 15 : prev->second + 20;
+        return group;
+    }
+
+    bool try_(const CandidateQueue::Candidate& candidate) {
+        const GroupPtr group = create_(candidate);
         const Code code = attempt_(*group);
         if (code == Code::failure) return false;
         if (code == Code::filtered || !group->has_score) return true;
