@@ -56,10 +56,11 @@ bool unmix(std::span<int> y0, std::span<int> y1, std::span<const int> seeds, std
     // At even t y0 is anchored and the mix gives y1, at odd t the other way round.
     int anchor0 = mirrored(y0[0], seeds[1]);
     int anchor1 = y1[1];
-    const auto step = [&](std::size_t t, int* anchored, int* other, int anchor, int& next) {
+    const auto step = [&](std::size_t t, int* anchored, int* other, int anchor, int& next_anchor) {
         anchored[t] = anchor;
         other[t] = wrap_sub(m[t], anchor);
-        if (t + 1 < size) next = mirrored(next, wrap_sub(other[t], centers[ixs[t]][0]));
+        if (t + 1 < size)
+            next_anchor = mirrored(next_anchor, wrap_sub(other[t], centers[ixs[t]][0]));
     };
     for (std::size_t t = 2; t < size; t += 2) {
         step(t, y0.data(), y1.data(), anchor0, anchor1);

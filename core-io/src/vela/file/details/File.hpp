@@ -9,7 +9,7 @@
 
 namespace vela::file::details {
 
-/// Bytes per call of the system: a dozen blocks of audio, of which each file has 47 a second.
+/// Bytes per call of the system: some twenty blocks of audio, of which each file has 47 a second.
 inline constexpr std::size_t buffer_size = std::size_t{1} << 16;
 
 /// One open input file, shared by all the cursors on it.
