@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 namespace vela::gvm::fast {
 
@@ -27,6 +28,9 @@ struct Cluster {
         return {delta, squared_length(delta), 1, 0};
     }
 
+    /// A cluster that it costs an infinite amount to merge with.
+    [[nodiscard]] static Cluster nobody() { return {{}, std::numeric_limits<T>::infinity(), 0, 0}; }
+
     void insert(const Vector& delta) { merge(alone(delta)); }
     void merge(const Cluster& other) { merge(other, united_share(other)); }
 
@@ -36,7 +40,7 @@ struct Cluster {
             sum[i] += other.sum[i];
         sum_sq += other.sum_sq;
         count += other.count;
-        cost = share + sum_sq;
+        cost = sum_sq - share;
     }
 
     /// By how much the cost of the union exceeds that of the two parts.
@@ -47,21 +51,21 @@ struct Cluster {
         result = merge_delta(other, united_share(other));
     }
     [[nodiscard]] T merge_delta(const Cluster& other, T share) const {
-        return share + sum_sq + other.sum_sq - cost - other.cost;
+        return sum_sq - share + other.sum_sq - cost - other.cost;
     }
 
-    /// -|s|^2 / n of the union: what both of the above need, and the one division in them.
+    /// |s|^2 / n of the union: what both of the above need, and the one division in them.
     [[nodiscard]] T united_share(const Cluster& other) const {
         Vector united;
         for (std::size_t i = 0; i < N; ++i)
             united[i] = sum[i] + other.sum[i];
-        return squared_length(united) / static_cast<T>(-(count + other.count));
+        return squared_length(united) / static_cast<T>(count + other.count);
     }
 
     [[nodiscard]] static T squared_length(const Vector& vector) {
-        T length = 0;
-        for (const T x : vector)
-            length += x * x;
+        T length = vector[0] * vector[0];
+        for (std::size_t i = 1; i < N; ++i)
+            length += vector[i] * vector[i];
         return length;
     }
 };

@@ -6,17 +6,6 @@ namespace vela::gvm::fast {
 
 namespace {
 
-/// What the sieve estimates, for one cluster.
-template <std::size_t N>
-float estimate(const sieve::Columns<N>& columns, Position at, const float (&delta)[N]) {
-    float length = 0;
-    for (std::size_t axis = 0; axis < N; ++axis) {
-        const float gap = columns.mean[axis][at] - delta[axis];
-        length += gap * gap;
-    }
-    return length * columns.weight[at];
-}
-
 template <std::size_t N>
 double largest_magnitude(const Range<segment::Iterator<N, int>>& range) {
     int lowest = 0;
@@ -38,7 +27,9 @@ void Clustering<T, N>::reset_(const Range<Iterator>& range, std::size_t capacity
     capacity_ = capacity;
     nr_deltas_ = range.size();
     update_all_after_insert_ = update_all_after_insert;
-    slack_ = sieve::slack(range.size(), N, largest_magnitude<N>(range));
+    slack_ = capacity > sieve::max_clusters
+                 ? std::numeric_limits<float>::infinity()
+                 : sieve::slack(range.size(), N, largest_magnitude<N>(range));
     storage_.reset(capacity, range.size());
     by_size_.reset(capacity, range.size());
     merges_.reset(capacity, slack_);
@@ -60,28 +51,51 @@ bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t 
                                       Membership& membership) {
     const std::size_t size = std::min(sieve::batch, range.size() - first);
     std::array<Delta, sieve::batch> deltas;
-    float shadows[sieve::batch][N];
-    for (std::size_t i = 0; i < sieve::batch; ++i) {
-        const std::size_t index = first + std::min(i, size - 1);
-        const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(index));
-        typename Cluster::Vector vector;
-        for (std::size_t axis = 0; axis < N; ++axis) {
-            vector[axis] = element[axis];
-            deltas[i].shadow[axis] = shadows[i][axis] = static_cast<float>(element[axis]);
-        }
-        deltas[i].alone = Cluster::alone(vector);
-        deltas[i].index = index;
-    }
-    sieve::Found found[sieve::batch];
-    sieve_.nearest(found, storage_.shadows(), nr_clusters_, shadows, slack_);
-    nr_changed_ = 0;
     for (std::size_t i = 0; i < size; ++i) {
-        const bool good = nr_clusters_ == 0   ? process_first_(deltas[i], membership)
-                          : nr_clusters_ == 1 ? process_second_(deltas[i], membership)
-                                              : process_next_(deltas[i], found[i], membership);
+        const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(first + i));
+        typename Cluster::Vector vector;
+        std::copy(element.begin(), element.end(), vector.begin());
+        deltas[i] = {Cluster::alone(vector), first + i, i};
+    }
+    look_at_(range, first, size);
+    for (std::size_t i = 0; i < size; ++i) {
+        const Delta& delta = deltas[i];
+        const bool good = nr_clusters_ == 0   ? process_first_(delta, membership)
+                          : nr_clusters_ == 1 ? process_second_(delta, membership)
+                                              : process_next_(delta, membership);
         if (!good) return false;
     }
     return true;
+}
+
+template <typename T, std::size_t N>
+void Clustering<T, N>::look_at_(const Range<Iterator>& range, std::size_t first, std::size_t size) {
+    for (std::size_t i = 0; i < size; ++i) {
+        const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(first + i));
+        for (std::size_t axis = 0; axis < N; ++axis)
+            batch_.delta[axis][i] = static_cast<float>(element[axis]);
+    }
+    sieve_.nearest(batch_, storage_.shadows(), nr_clusters_, slack_);
+    overtaken_.fill(0);
+}
+
+/// The deltas to which the cluster has come to matter, or did before, have to look again.
+template <typename T, std::size_t N>
+void Clustering<T, N>::note_change_(Position c) {
+    const auto columns = storage_.shadows();
+    const float weight = columns.weight[c];
+    float mean[N];
+    for (std::size_t axis = 0; axis < N; ++axis)
+        mean[axis] = columns.mean[axis][c];
+    for (std::size_t i = 0; i < sieve::batch; ++i) {
+        float length = 0;
+        for (std::size_t axis = 0; axis < N; ++axis) {
+            const float gap = mean[axis] - batch_.delta[axis][i];
+            length += gap * gap;
+        }
+        const bool matters = (length * weight <= batch_.limit[i]) | (batch_.position[i] == c);
+        overtaken_[i] |= matters ? ~std::uint32_t{0} : 0;
+    }
 }
 
 template <typename T, std::size_t N>
@@ -106,53 +120,44 @@ bool Clustering<T, N>::process_second_(const Delta& delta, Membership& membershi
     cluster.merge(delta.alone);
     storage_.store(0, cluster);
     by_size_.grow(0, cluster.count);
-    changed_[nr_changed_++] = 0;
+    note_change_(0);
     return membership.assign(delta.index, 0);
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::process_next_(const Delta& delta, const sieve::Found& found,
-                                     Membership& membership) {
-    const Nearest nearest = find_nearest_(delta, found);
+bool Clustering<T, N>::process_next_(const Delta& delta, Membership& membership) {
+    const Nearest nearest = find_nearest_(delta);
+    const bool full = nr_clusters_ == capacity_;
+    // By far the most common: exact hit or not, nothing has to be searched, nor the cost be known.
+    if (full && merges_.settled() && nearest.limit <= merges_.bound())
+        return add_to_(nearest, delta, membership);
     if (is_hit_(nearest)) {
         merges_.renew_before(nearest.at);
-        insert_(nearest, delta.alone);
-        return membership.assign(delta.index, nearest.at);
+        return add_to_(nearest, delta, membership);
     }
     merges_.renew();
-    if (nr_clusters_ < capacity_) {
+    if (!full) {
         start_(delta.alone, nearest.at, nearest.cost);
         return membership.assign(delta.index, nr_clusters_ - 1);
     }
     const Position x =
         nearest.limit <= merges_.bound() ? no_partner : merges_.cheapest_below(nearest.cost);
-    if (x == no_partner) {
-        insert_(nearest, delta.alone);
-        return membership.assign(delta.index, nearest.at);
-    }
+    if (x == no_partner) return add_to_(nearest, delta, membership);
     return merge_and_start_(x, delta.alone, membership) && membership.assign(delta.index, x);
 }
 
-/// Whether the cluster that the sieve named is still the only one that matters.
 template <typename T, std::size_t N>
-bool Clustering<T, N>::still_alone_(const Delta& delta, const sieve::Found& found) const {
-    const auto shadows = storage_.shadows();
-    bool alone = found.position != sieve::several;
-    const auto look_at = [&](Position c) {
-        alone &= c != found.position;
-        alone &= estimate<N>(shadows, c, delta.shadow) > found.limit;
-    };
-    for (std::size_t i = 0; i < nr_changed_; ++i)
-        look_at(changed_[i]);
-    return alone;
+bool Clustering<T, N>::add_to_(const Nearest& nearest, const Delta& delta, Membership& membership) {
+    insert_(nearest, delta.alone);
+    return membership.assign(delta.index, nearest.at);
 }
 
 template <typename T, std::size_t N>
-typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_(const Delta& delta,
-                                                                   const sieve::Found& found) {
-    if (!still_alone_(delta, found)) return find_nearest_of_all_(delta);
-    Nearest nearest = adding_to_(found.position, delta.alone);
-    nearest.limit = found.limit;
+typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_(const Delta& delta) {
+    const Position alone = batch_.position[delta.at];
+    if (alone == sieve::several || overtaken_[delta.at] != 0) return find_nearest_of_all_(delta);
+    Nearest nearest = adding_to_(alone, delta.alone);
+    nearest.limit = batch_.limit[delta.at];
     return nearest;
 }
 
@@ -160,8 +165,11 @@ typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_(const Delta& 
 /// the lowest cost.  Of equals, position 0 and then the largest.
 template <typename T, std::size_t N>
 typename Clustering<T, N>::Nearest Clustering<T, N>::find_nearest_of_all_(const Delta& delta) {
+    float shadow[N];
+    for (std::size_t axis = 0; axis < N; ++axis)
+        shadow[axis] = batch_.delta[axis][delta.at];
     const std::size_t nr_found =
-        sieve_.all_nearest(found_.data(), storage_.shadows(), nr_clusters_, delta.shadow, slack_);
+        sieve_.all_nearest(found_.data(), storage_.shadows(), nr_clusters_, shadow, slack_);
     Nearest best = adding_to_(found_[0], delta.alone);
     for (std::size_t i = 1; i < nr_found; ++i) {
         const Nearest next = adding_to_(found_[i], delta.alone);
@@ -195,7 +203,7 @@ void Clustering<T, N>::start_(const Cluster& delta, Position partner, T partner_
     storage_.store(at, delta);
     by_size_.grow(at, 1);
     merges_.start(at, partner, partner_delta);
-    changed_[nr_changed_++] = at;
+    note_change_(at);
 }
 
 template <typename T, std::size_t N>
@@ -204,7 +212,7 @@ void Clustering<T, N>::insert_(const Nearest& nearest, const Cluster& delta) {
     storage_.merge(c, delta, nearest.share);
     by_size_.grow(c, storage_[c].count);
     merges_.after_insert(c, update_all_after_insert_);
-    changed_[nr_changed_++] = c;
+    note_change_(c);
 }
 
 template <typename T, std::size_t N>
@@ -214,8 +222,8 @@ bool Clustering<T, N>::merge_and_start_(Position x, const Cluster& delta, Member
     storage_.store(x, delta);
     by_size_.shrink_to_one(x);
     merges_.after_merge(p, x);
-    changed_[nr_changed_++] = p;
-    changed_[nr_changed_++] = x;
+    note_change_(p);
+    note_change_(x);
     return membership.append(x, p);
 }
 

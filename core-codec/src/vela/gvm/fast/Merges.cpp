@@ -10,7 +10,7 @@ constexpr auto nothing = std::numeric_limits<float>::infinity();
 
 template <std::size_t N>
 sieve::Shadow<N> shadow(const sieve::Columns<N>& columns, Position at) {
-    sieve::Shadow<N> shadow{{}, columns.inverse[at]};
+    sieve::Shadow<N> shadow{{}, columns.inverse[at], at};
     for (std::size_t i = 0; i < N; ++i)
         shadow.mean[i] = columns.mean[i][at];
     return shadow;
@@ -22,8 +22,8 @@ template <typename T, std::size_t N>
 void Merges<T, N>::reset(std::size_t size, float slack) {
     size_ = 0;
     slack_ = slack;
-    partner_.assign(size, no_partner);
-    cost_of_.assign(size, nothing);
+    partner_.assign(size + sieve::padding, no_partner);
+    cost_of_.assign(size + 1, nothing);  // and that of nobody
     shadow_of_cost_.assign(size + sieve::padding, nothing);
     owners_.reset(size);
     lowest_ = nothing;
@@ -49,14 +49,10 @@ void Merges<T, N>::drop(Position c) {
 /// Rounding to single precision keeps the order, so that the lowest cost has the lowest shadow.
 template <typename T, std::size_t N>
 Position Merges<T, N>::find_below_(T cost) {
-    auto [best, limit] = sieve_.lowest(shadow_of_cost_.data(), size_);
-    if (best == sieve::several) {
-        const std::size_t nr_found =
-            sieve_.all_lowest(found_.data(), shadow_of_cost_.data(), size_, limit);
-        best = found_[0];
-        for (std::size_t i = 1; i < nr_found; ++i)
-            if (stands_before_(found_[i], best)) best = found_[i];
-    }
+    const std::size_t nr_found = sieve_.lowest(found_.data(), shadow_of_cost_.data(), size_);
+    Position best = found_[0];
+    for (std::size_t i = 1; i < nr_found; ++i)
+        if (stands_before_(found_[i], best)) best = found_[i];
     lowest_ = cost_of_[best];
     return lowest_ < cost ? best : no_partner;
 }
@@ -109,16 +105,15 @@ void Merges<T, N>::after_insert(Position c, bool choose) {
         after_merge(c, c);
         return;
     }
-    const Cluster<T, N>& cluster = storage_[c];
-    T cost;
-    if (partner_[c] != no_partner) {
-        cluster.merge_delta(cost, storage_[partner_[c]]);
-        set_cost_(c, cost);
-    }
-    owners_.for_each(c, [&](Position x) {
-        storage_[x].merge_delta(cost, cluster);
-        set_cost_(x, cost);
-    });
+    T lowest = lowest_;
+    const auto renew = [&](Position owner, Position partner) {
+        const T cost = cost_(owner, partner);
+        put_cost_(owner, cost);
+        lowest = std::min(lowest, cost);
+    };
+    if (partner_[c] != no_partner) renew(c, partner_[c]);
+    owners_.for_each_and_nobody(c, [&](Position x) { renew(x, c); });
+    lowest_ = lowest;
     marked_.fill(no_partner);
 }
 
@@ -126,13 +121,11 @@ template <typename T, std::size_t N>
 void Merges<T, N>::after_merge(Position a, Position b) {
     const auto columns = storage_.shadows();
     const std::size_t nr_found =
-        sieve_.cheaper(found_.data(), columns, shadow_of_cost_.data(), a + 1, size_,
-                       shadow(columns, a), shadow(columns, b), slack_);
+        sieve_.cheaper(found_.data(), columns, {shadow_of_cost_.data(), partner_.data()}, a + 1,
+                       size_, shadow(columns, a), shadow(columns, b), slack_);
     marked_ = {a, b};
-    for (std::size_t i = 0; i < nr_found; ++i) {
-        const Position x = found_[i];
-        if (partner_[x] != a && partner_[x] != b) offer_marked_(x);
-    }
+    for (std::size_t i = 0; i < nr_found; ++i)
+        offer_marked_(found_[i]);
     // Those of owners can also rise.  Mostly `renew` comes next, which searches owners anew.
     owners_wait_ = true;
 }
@@ -180,9 +173,14 @@ void Merges<T, N>::set_(Position c, Position partner, T cost) {
 }
 
 template <typename T, std::size_t N>
-void Merges<T, N>::set_cost_(Position c, T cost) {
+void Merges<T, N>::put_cost_(Position c, T cost) {
     cost_of_[c] = cost;
     shadow_of_cost_[c] = static_cast<float>(cost);
+}
+
+template <typename T, std::size_t N>
+void Merges<T, N>::set_cost_(Position c, T cost) {
+    put_cost_(c, cost);
     lowest_ = std::min(lowest_, cost);
 }
 

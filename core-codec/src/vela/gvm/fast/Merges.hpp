@@ -36,6 +36,8 @@ public:
 
     [[nodiscard]] Position partner(Position c) const { return partner_[c]; }
 
+    /// Whether no mark is set.
+    [[nodiscard]] bool settled() const { return marked_[0] == no_partner; }
     /// No remembered cost is below.
     [[nodiscard]] T bound() const { return lowest_; }
     /// The cluster that remembers the lowest cost of all, if that is below `cost`; else
@@ -65,6 +67,7 @@ private:
     [[nodiscard]] bool stands_before_(Position a, Position b) const;
     [[nodiscard]] T cost_(Position owner, Position partner) const;
     void set_(Position c, Position partner, T cost);
+    void put_cost_(Position c, T cost);
     void set_cost_(Position c, T cost);
     void offer_(Position c, Position partner);
     void offer_to_owners_();

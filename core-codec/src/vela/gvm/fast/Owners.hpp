@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <numeric>
 #include <vector>
@@ -43,11 +44,28 @@ public:
     /// Calls `visit` with each owner of `partner`; it must not change who owns what.
     template <typename Visit>
     void for_each(Position partner, Visit visit) const {
-        for (Position x = next_[size_ + partner]; x < size_; x = next_[x])
-            visit(x);
+        visit_from_(next_[size_ + partner], visit);
+    }
+
+    /// Likewise, but at least twice, with position `size` for each owner that is missing.  Where
+    /// one or two are the rule and their number cannot be foretold, this is faster.
+    template <typename Visit>
+    void for_each_and_nobody(Position partner, Visit visit) const {
+        const auto nobody = static_cast<Position>(size_);
+        const Position first = next_[size_ + partner];
+        const Position second = next_[first];
+        visit(std::min(first, nobody));
+        visit(std::min(second, nobody));
+        if (second < size_) visit_from_(next_[second], visit);
     }
 
 private:
+    template <typename Visit>
+    void visit_from_(Position x, Visit visit) const {
+        for (; x < size_; x = next_[x])
+            visit(x);
+    }
+
     std::size_t size_ = 0;
     std::vector<Position> next_;  // of each owner, and then of each partner
     std::vector<Position> previous_;

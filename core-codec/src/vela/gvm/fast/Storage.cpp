@@ -8,10 +8,11 @@ namespace vela::gvm::fast {
 
 template <typename T, std::size_t N>
 void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
-    clusters_.resize(size);
+    clusters_.resize(size + 1);
+    clusters_[size] = Cluster<T, N>::nobody();
     const std::size_t padded = size + sieve::padding;
     for (std::vector<float>& column : mean_)
-        column.assign(padded, std::numeric_limits<float>::infinity());
+        column.assign(padded, sieve::nowhere);
     weight_.assign(padded, 1);
     inverse_.assign(padded, 1);
     for (std::size_t n = inverses_.size(); n <= nr_deltas + 1; ++n)

@@ -20,7 +20,8 @@ inline constexpr Position no_partner = std::numeric_limits<Position>::max();
 template <typename T, std::size_t N>
 class Storage {
 public:
-    /// Forgets all clusters; `size` positions for clusters of at most `nr_deltas`.
+    /// Forgets all clusters; `size` positions for clusters of at most `nr_deltas`.  The position
+    /// behind them holds `nobody` until the next reset.
     void reset(std::size_t size, std::size_t nr_deltas);
 
     [[nodiscard]] const Cluster<T, N>& operator[](Position at) const { return clusters_[at]; }
@@ -40,7 +41,7 @@ public:
     /// Leaves the position without a cluster.
     void erase(Position at) {
         for (std::size_t i = 0; i < N; ++i)
-            mean_[i][at] = std::numeric_limits<float>::infinity();
+            mean_[i][at] = sieve::nowhere;
     }
 
     /// The largest magnitude among the means of positions [0, size), off by less than 1 in 2^22.

@@ -22,28 +22,42 @@
 ///
 ///     estimate <= 1.032 cost + 34 W e^2        cost <= 1.032 estimate + 34 W e^2
 ///
-/// (with room for the roundings of squares, weights and products).  A cluster whose exact cost is
-/// not above that of the one with the lowest estimate, or is 0, thus has an estimate of at most
-/// 1.07 lowest + W (72 e^2 + 3 E); `slack` is the bracket.  Sums must be exact: the bound holds
-/// while N D < 2^53, beyond that everything matters.
+/// (with room for the roundings of squares, weights and products, and for 1 in 1024 that
+/// reciprocals and block numbers take).  A cluster whose exact cost is not above that of the
+/// one with the lowest estimate, or is 0, thus has an estimate of at most 1.07 lowest + W (72 e^2 +
+/// 3 E); `slack` is the bracket.  Sums must be exact: the bound holds while N D < 2^53, beyond that
+/// everything matters.
 namespace vela::gvm::fast::sieve {
 
 /// Shadows of the clusters.  Each array is read up to `padding` entries beyond the last cluster.
 template <std::size_t N>
 struct Columns {
-    const float* mean[N];  ///< infinite where no cluster is
+    const float* mean[N];  ///< `nowhere` where no cluster is
     const float* weight;   ///< n / (n + 1): of a merge with a single delta
     const float* inverse;  ///< 1 / n
 };
 
-/// A set of deltas as the sieve sees it.
+/// A coordinate farther away than any delta, the square of which is finite.
+inline constexpr float nowhere = 0x1p60f;
+
+/// A cluster as the sieve sees it.
 template <std::size_t N>
 struct Shadow {
     float mean[N];
     float inverse;
+    std::uint32_t position;
+};
+
+/// The merges that clusters remember; arrays as above.
+struct Remembered {
+    const float* cost;
+    const std::uint32_t* partner;
 };
 
 inline constexpr std::size_t padding = 16;
+
+/// With more, only an infinite slack will do, with which every cluster matters.
+inline constexpr std::size_t max_clusters = std::size_t{1} << 14;
 
 /// Deltas that are looked at together: one pass over the clusters serves them all, and their lows
 /// fill the registers of AVX2.
@@ -57,6 +71,14 @@ struct Found {
     float limit;             ///< clusters with a higher estimate do not matter
 };
 
+/// A batch of deltas, and what the sieve leaves for each.
+template <std::size_t N>
+struct Batch {
+    float delta[N][batch];
+    std::uint32_t position[batch];  ///< as in `Found`
+    float limit[batch];
+};
+
 /// By how much an estimate may exceed the lowest, beside the slack.
 inline constexpr float tolerance = 1.07f;
 
@@ -67,10 +89,8 @@ inline constexpr float tolerance = 1.07f;
 /// as there are clusters is the caller's.
 template <std::size_t N>
 struct Functions {
-    /// For each of `batch` deltas, which of the clusters [0, size) it can be added to at least
-    /// cost.
-    void (*nearest)(Found* found, const Columns<N>& columns, std::size_t size,
-                    const float (*deltas)[N], float slack);
+    /// For each delta, which of the clusters [0, size) it can be added to at least cost.
+    void (*nearest)(Batch<N>& deltas, const Columns<N>& columns, std::size_t size, float slack);
 
     /// Lists all those, for one delta.  Returns how many.
     std::size_t (*all_nearest)(std::uint32_t* out, const Columns<N>& columns, std::size_t size,
@@ -83,19 +103,14 @@ struct Functions {
     std::size_t (*all_partners)(std::uint32_t* out, const Columns<N>& columns, std::size_t at,
                                 float limit);
 
-    /// Lists all positions of [first, last) whose cluster can be merged with `a` or with `b` at
-    /// less than the `cost` of that position.
-    std::size_t (*cheaper)(std::uint32_t* out, const Columns<N>& columns, const float* cost,
-                           std::size_t first, std::size_t last, const Shadow<N>& a,
-                           const Shadow<N>& b, float slack);
+    /// Lists all positions of [first, last) whose cluster remembers a merge with neither `a` nor
+    /// `b`, but can be merged with one of them at less.
+    std::size_t (*cheaper)(std::uint32_t* out, const Columns<N>& columns,
+                           const Remembered& remembered, std::size_t first, std::size_t last,
+                           const Shadow<N>& a, const Shadow<N>& b, float slack);
 
-    /// Where in [0, size) the lowest value stands, which is the limit then.  What follows is
-    /// infinite.
-    Found (*lowest)(const float* values, std::size_t size);
-
-    /// Lists all these places, given the limit.
-    std::size_t (*all_lowest)(std::uint32_t* out, const float* values, std::size_t size,
-                              float limit);
+    /// Lists where in [0, size) the lowest value stands.  What follows is infinite.
+    std::size_t (*lowest)(std::uint32_t* out, const float* values, std::size_t size);
 };
 
 /// The best that this machine can do.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <vela/gvm/fast/Cluster.hpp>
 
 namespace vela::gvm::fast {
@@ -53,6 +54,19 @@ TEST(FastCluster, MergeDeltaAddsItsTermsFromLeftToRight) {
     EXPECT_EQ(big_first, quotient + 1e18 + 115 - 0 - small.cost);
     EXPECT_EQ(small_first, quotient + 115 + 1e18 - small.cost - 0);
     EXPECT_NE(big_first, small_first);
+}
+
+TEST(FastCluster, NobodyIsNeverCheap) {
+    const auto nobody = Cluster<double, 1>::nobody();
+    for (const double value : {0.0, -3.0, 2147483647.0}) {
+        const auto other = Cluster<double, 1>::alone({value});
+        double first = 0;
+        double second = 0;
+        nobody.merge_delta(first, other);
+        other.merge_delta(second, nobody);
+        EXPECT_EQ(first, std::numeric_limits<double>::infinity());
+        EXPECT_EQ(second, std::numeric_limits<double>::infinity());
+    }
 }
 
 TEST(FastCluster, EqualDeltasMergeForNothing) {

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <limits>
+#include <vector>
 #include <vela/gvm/fast/Merges.hpp>
 
 namespace vela::gvm::fast {
@@ -10,7 +12,8 @@ constexpr double any_cost = std::numeric_limits<double>::infinity();
 
 /// Clusters of one delta each, at positions in the order given; partners are searched.
 struct Line {
-    explicit Line(std::initializer_list<double> values) {
+    Line(std::initializer_list<double> values) : Line(std::vector<double>(values)) {}
+    explicit Line(const std::vector<double>& values) {
         storage.reset(values.size(), 100);
         by_size.reset(values.size(), 100);
         merges.reset(values.size(), sieve::slack(100, 1, 1000));
@@ -74,6 +77,27 @@ TEST(FastMerges, AnInsertRenewsTheCostsOfBothSides) {
     line.merges.after_insert(2, false);
     EXPECT_EQ(line.merges.cheapest_below(9), no_partner);
     EXPECT_EQ(line.merges.cheapest_below(9.1), 2u);
+}
+
+TEST(FastMerges, AnInsertRenewsAllOwnersHoweverMany) {
+    const std::vector<double> distances{800, -400, 200, -100, 50};
+    for (std::size_t nr = 0; nr <= distances.size(); ++nr) {
+        std::vector<double> values{0, 1000};
+        for (std::size_t i = 0; i < nr; ++i)
+            values.push_back(1000 + distances[i]);
+        Line line(values);
+        line.insert(1, 1000);
+        line.merges.after_insert(1, false);
+        for (std::size_t i = nr; i-- > 0;) {
+            const auto c = static_cast<Position>(2 + i);
+            const double cost = distances[i] * distances[i] * 2 / 3;
+            EXPECT_EQ(line.merges.partner(c), 1u);
+            EXPECT_EQ(line.merges.cheapest_below(cost * 0.99), no_partner);
+            EXPECT_EQ(line.merges.cheapest_below(cost * 1.01), c);
+            line.storage.erase(c);
+            line.merges.drop(c);
+        }
+    }
 }
 
 TEST(FastMerges, OnlyAChoiceTakesANewPartner) {

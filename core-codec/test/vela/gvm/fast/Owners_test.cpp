@@ -39,6 +39,22 @@ TEST(FastOwners, WhoJoinsAnotherPartnerLeavesTheOldOne) {
     EXPECT_TRUE(owners_of(owners, 1).empty());
 }
 
+TEST(FastOwners, AreTwoAtLeastWhereNobodyCounts) {
+    constexpr Position size = 9;
+    Owners owners;
+    owners.reset(size);
+    for (Position nr = 0; nr < 5; ++nr) {
+        std::vector<Position> visited;
+        owners.for_each_and_nobody(3, [&](Position x) { visited.push_back(x); });
+        std::sort(visited.begin(), visited.end());
+        std::vector<Position> expected = owners_of(owners, 3);
+        EXPECT_EQ(expected.size(), nr);
+        expected.resize(std::max<std::size_t>(nr, 2), size);
+        EXPECT_EQ(visited, expected);
+        owners.join(4 + nr, 3);
+    }
+}
+
 TEST(FastOwners, EqualAPlainListOfPartners) {
     constexpr Position size = 9;
     std::mt19937 engine(3);

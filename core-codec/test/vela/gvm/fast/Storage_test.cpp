@@ -7,7 +7,7 @@
 namespace vela::gvm::fast {
 namespace {
 
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(FastStorage, KeepsAShadowOfEachCluster) {
     Storage<double, 2> storage;
@@ -44,17 +44,27 @@ TEST(FastStorage, TheLargestMeanIsThatOfTheLargestMagnitude) {
 }
 
 // Whole registers are read: what lies behind the last cluster must never be the nearest.
-TEST(FastStorage, PositionsWithoutAClusterAreInfinitelyFarAway) {
+TEST(FastStorage, PositionsWithoutAClusterAreFartherAwayThanAnyDelta) {
     Storage<double, 1> storage;
     for (int round = 0; round < 2; ++round) {
         storage.reset(2, 10);
         for (std::size_t i = 0; i < 2 + sieve::padding; ++i)
-            EXPECT_EQ(storage.shadows().mean[0][i], infinity);
+            EXPECT_EQ(storage.shadows().mean[0][i], sieve::nowhere);
         storage.store(1, Cluster<double, 1>::alone({4}));
         EXPECT_EQ(storage.shadows().mean[0][1], 4);
         storage.erase(1);
-        EXPECT_EQ(storage.shadows().mean[0][1], infinity);
+        EXPECT_EQ(storage.shadows().mean[0][1], sieve::nowhere);
         storage.store(0, Cluster<double, 1>::alone({4}));
+    }
+}
+
+TEST(FastStorage, NobodyStandsBehindAllPositions) {
+    Storage<double, 1> storage;
+    for (const std::size_t size : {3, 2}) {
+        storage.reset(size, 10);
+        double cost = 0;
+        storage[static_cast<Position>(size)].merge_delta(cost, Cluster<double, 1>::alone({4}));
+        EXPECT_EQ(cost, infinity);
     }
 }
 

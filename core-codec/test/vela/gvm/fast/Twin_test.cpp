@@ -168,6 +168,15 @@ TEST(FastLearnerTwin, EqualsThePlainOneOnTies) {
             }
 }
 
+// The sieve has no numbers for that many positions, even where few of them fill.
+TEST(FastLearnerTwin, EqualsThePlainOneWithMoreClustersThanTheSieveCanName) {
+    std::vector<int> values = audio_like_values(2 * (sieve::max_clusters + 50), 4, 9000000);
+    for (const bool update_all : {false, true}) {
+        Twin<1>(update_all).learn(sieve::max_clusters + 1, values);
+        Twin<2>(update_all).learn(sieve::max_clusters + 1, values);
+    }
+}
+
 // A learner is used again and again, with other counts of deltas and clusters each time.
 TEST(FastLearnerTwin, NothingIsLeftOverFromOneLearnToTheNext) {
     Twin<1> one(false);

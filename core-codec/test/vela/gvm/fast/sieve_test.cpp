@@ -81,12 +81,14 @@ protected:
         const auto shadows = clusters.storage.shadows();
         Cluster<double, N> deltas[batch];
         float values[batch][N];
+        Batch<N> found{};
         for (std::size_t i = 0; i < batch; ++i) {
             deltas[i] = clusters.alone();
             std::copy(deltas[i].sum.begin(), deltas[i].sum.end(), values[i]);
+            for (std::size_t axis = 0; axis < N; ++axis)
+                found.delta[axis][i] = values[i][axis];
         }
-        Found found[batch];
-        functions.nearest(found, shadows, clusters.size, values, clusters.slack);
+        functions.nearest(found, shadows, clusters.size, clusters.slack);
         for (std::size_t i = 0; i < batch; ++i) {
             std::vector<double> costs(clusters.size);
             for (std::uint32_t c = 0; c < clusters.size; ++c)
@@ -96,9 +98,9 @@ protected:
             list.resize(functions.all_nearest(list.data(), shadows, clusters.size, values[i],
                                               clusters.slack));
             expect_contains(list, wanted);
-            if (found[i].position == several) continue;
-            EXPECT_EQ(List{found[i].position}, wanted);
-            EXPECT_GE(found[i].limit, costs[wanted[0]]);
+            if (found.position[i] == several) continue;
+            EXPECT_EQ(List{found.position[i]}, wanted);
+            EXPECT_GE(found.limit[i], costs[wanted[0]]);
             ++nr_alone_;
         }
     }
@@ -123,8 +125,8 @@ protected:
     }
 
     template <std::size_t N>
-    static Shadow<N> shadow_of(const Columns<N>& columns, std::size_t at) {
-        Shadow<N> shadow{{}, columns.inverse[at]};
+    static Shadow<N> shadow_of(const Columns<N>& columns, std::uint32_t at) {
+        Shadow<N> shadow{{}, columns.inverse[at], at};
         for (std::size_t axis = 0; axis < N; ++axis)
             shadow.mean[axis] = columns.mean[axis][at];
         return shadow;
@@ -137,6 +139,7 @@ protected:
         const auto b = static_cast<std::uint32_t>(clusters.engine() % clusters.size);
         const std::uint32_t first = a + 1;
         std::vector<float> costs(clusters.size + padding);
+        List partners(clusters.size + padding);
         List wanted;
         for (std::uint32_t c = first; c < clusters.size; ++c) {
             double with_a, with_b, with_other;
@@ -145,13 +148,18 @@ protected:
             const auto other = static_cast<std::uint32_t>(clusters.engine() % clusters.size);
             clusters.storage[c].merge_delta(with_other, clusters.storage[other]);
             costs[c] = static_cast<float>(with_other);
-            if (std::min(with_a, with_b) < with_other) wanted.push_back(c);
+            partners[c] = other;
+            if (other != a && other != b && std::min(with_a, with_b) < with_other)
+                wanted.push_back(c);
         }
         List list(clusters.size + padding);
         list.resize(functions_of<N>(GetParam())
-                        .cheaper(list.data(), shadows, costs.data(), first, clusters.size,
-                                 shadow_of(shadows, a), shadow_of(shadows, b), clusters.slack));
+                        .cheaper(list.data(), shadows, {costs.data(), partners.data()}, first,
+                                 clusters.size, shadow_of(shadows, a), shadow_of(shadows, b),
+                                 clusters.slack));
         expect_contains(list, wanted);
+        for (const std::uint32_t c : list)
+            EXPECT_TRUE(partners[c] != a && partners[c] != b) << "who have one of them already";
         EXPECT_TRUE(list.empty() || (list.front() >= first && list.back() < clusters.size));
     }
 
@@ -178,6 +186,25 @@ TEST_P(InstructionSets, NeverDropAWinner) {
             }
 }
 
+// The numbers of positions must have room beside the estimates.
+TEST_P(InstructionSets, NameTheLastOfAsManyClustersAsThereMayBe) {
+    const auto& functions = functions_of<1>(GetParam());
+    Storage<double, 1> storage;
+    storage.reset(max_clusters, max_clusters);
+    for (std::uint32_t c = 0; c < max_clusters; ++c)
+        storage.store(c, Cluster<double, 1>::alone({10.0 * c}));
+    const float few = slack(max_clusters, 1, 10.0 * max_clusters);
+    Batch<1> found{};
+    const std::uint32_t wanted[batch] = {0, 4097, max_clusters - 2, max_clusters - 1};
+    for (std::size_t i = 0; i < batch; ++i)
+        found.delta[0][i] = static_cast<float>(10 * wanted[i] + 2);
+    functions.nearest(found, storage.shadows(), max_clusters, few);
+    for (std::size_t i = 0; i < batch; ++i)
+        EXPECT_EQ(found.position[i], wanted[i]);
+    EXPECT_EQ(functions.partner(storage.shadows(), max_clusters - 1, few).position,
+              max_clusters - 2);
+}
+
 // Else everything would be computed exactly, and the sieve be for nothing.
 TEST_P(InstructionSets, MostlyNameOneCluster) {
     std::mt19937 engine(6);
@@ -200,11 +227,8 @@ TEST_P(InstructionSets, FindWhereTheLowestValueStands) {
         List wanted;
         for (std::uint32_t i = 0; i < size; ++i)
             if (values[i] == lowest) wanted.push_back(i);
-        const auto [position, limit] = functions.lowest(values.data(), size);
-        ASSERT_EQ(limit, lowest);
-        ASSERT_EQ(position, wanted.size() == 1 ? wanted[0] : several);
         List list(size + padding);
-        list.resize(functions.all_lowest(list.data(), values.data(), size, limit));
+        list.resize(functions.lowest(list.data(), values.data(), size));
         ASSERT_EQ(list, wanted);
     }
 }
