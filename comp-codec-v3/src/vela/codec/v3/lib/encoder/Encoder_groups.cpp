@@ -50,14 +50,13 @@ bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
 
 bool Encoder::add_(CandidateQueue& queue, const Frames& frames,
                    const CarrierRecipe::Group& recipe) const {
-    const api::Channel carrier = api::Channel::create(recipe.carrier);
     const GroupPtr draft = create_draft_();
     for (const auto id : recipe.active_members())
         if (!set_origs_(*draft, api::ChannelVariant(api::Channel::create(id)), frames))
             return false;
-    set_carrier_(*draft, carrier);
+    set_carrier_(*draft, api::Channel::create(recipe.carrier));
     for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b)
-        queue.push(carrier, {draft, b});
+        queue.push(draft, b);
     return true;
 }
 
@@ -101,7 +100,12 @@ void Encoder::set_metadata_(encode::Group& group) const {
 // candidate.
 bool Encoder::try_candidates_(CandidateQueue& queue) {
     std::atomic<unsigned> nr_failures{0};
-    const auto work = [&] { return work_(queue, nr_failures); };
+    // All in one call: what waits for the last candidate of a thread is for this thread.
+    const auto work = [&] {
+        while (work_(queue, nr_failures)) {
+        }
+        return false;
+    };
 
     {
         const std::lock_guard lock(best_mutex_);
@@ -112,20 +116,20 @@ bool Encoder::try_candidates_(CandidateQueue& queue) {
     {
         // Also on an exception: what the threads work on ends with this call.
         const OnRAII stop([this] { pool_.stop(); });
-        while (work()) {
-        }
+        work();
+        mux_finished_(queue);
     }
     return nr_failures == 0;
 }
 
-// False when no candidate is left.  One that fails does not keep others from being tried.
+// False when no candidate is left for this thread.  One that fails does not keep others from being
+// tried.
 bool Encoder::work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures) {
     const auto candidate = queue.pop();
     if (!candidate) return false;
-    const auto& [draft, nr_bitlines] = *candidate;
-    if (chain_.drops(*draft, nr_bitlines)) return true;
+    if (chain_.drops(candidate->draft(), candidate->nr_bitlines())) return true;
 
-    const GroupPtr group = create_group_(*draft, nr_bitlines);
+    const GroupPtr group = create_group_(candidate->draft(), candidate->nr_bitlines());
     const Code code = chain_(*group);
     if (code == Code::ok) select_best_(group);
     if (code == Code::failure) ++nr_failures;
@@ -159,8 +163,21 @@ void Encoder::select_best_(const GroupPtr& group) {
             with_3 = static_cast<std::uint32_t>(group->centers_2d.size());
     }
     const std::lock_guard lock(best_mutex_);
-    auto& best = best_[key];
+    auto& best = best_[key].group;
     if (!best || best->score > group->score) best = group;
+}
+
+// While other threads are at their last candidates, this one need not wait.  A carrier that was
+// refused is told of when its turn comes.
+void Encoder::mux_finished_(const CandidateQueue& queue) {
+    for (const auto& carrier : queue.finished())
+        if (Winner* const winner = find_winner_(carrier)) winner->muxed = muxer_(*winner->group);
+}
+
+Encoder::Winner* Encoder::find_winner_(const api::ChannelVariant& carrier) {
+    const std::lock_guard lock(best_mutex_);
+    const auto best = best_.find(carrier);
+    return best == best_.end() ? nullptr : &best->second;
 }
 
 bool Encoder::finish_frame_() {
@@ -171,7 +188,7 @@ bool Encoder::finish_frame_() {
     if (!out) return false;
     plots_.start_frame(span_);
     for (auto& [carrier, winner] : best_)
-        if (!finish_winner_(*winner, *out)) return false;
+        if (!finish_winner_(winner, *out)) return false;
     return plots_.end_frame(span_);
 }
 
@@ -180,18 +197,19 @@ bool Encoder::remember_bitlines_() {
         const api::ChannelVariant key(carrier);
         const auto best = best_.find(key);
         if (best == best_.end()) return false;
-        prev_bitlines_[key] = best->second->nr_bitlines;
+        prev_bitlines_[key] = best->second.group->nr_bitlines;
         return true;
     });
 }
 
-bool Encoder::finish_winner_(encode::Group& winner, Frames& out) {
-    if (!muxer_(winner)) return false;
-    out.set(winner.frame);
-    candidate_log_.add_winner(winner);
-    if (!plots_.add(winner)) return false;
-    for (std::size_t i = 0; i < winner.origs.size(); ++i)
-        quality_[winner.origs[i].key].update_db(winner.dbrms[i], winner.dbpeak[i]);
+bool Encoder::finish_winner_(const Winner& winner, Frames& out) {
+    encode::Group& group = *winner.group;
+    if (winner.muxed ? !*winner.muxed : !muxer_(group)) return false;
+    out.set(group.frame);
+    candidate_log_.add_winner(group);
+    if (!plots_.add(group)) return false;
+    for (std::size_t i = 0; i < group.origs.size(); ++i)
+        quality_[group.origs[i].key].update_db(group.dbrms[i], group.dbpeak[i]);
     return true;
 }
 

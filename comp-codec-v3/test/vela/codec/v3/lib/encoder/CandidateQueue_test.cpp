@@ -16,15 +16,28 @@ void push(CandidateQueue& queue, const api::Channel& carrier, const Counts& coun
     draft->prev_bitlines = prev;
     draft->frame.key = api::ChannelVariant(carrier);
     for (const std::uint32_t b : counts)
-        queue.push(carrier, {draft, b});
+        queue.push(draft, b);
 }
 
 /// 100 times the carrier's id, and the count of bit-lines.
+std::uint32_t name_of(const CandidateQueue::Candidate& candidate) {
+    return candidate.draft().frame.key.channel.id() * 100 + candidate.nr_bitlines();
+}
+
+/// Each is done with before the next is asked for.
 Counts all_of(CandidateQueue& queue) {
     Counts order;
     while (const auto candidate = queue.pop())
-        order.push_back(candidate->draft->frame.key.channel.id() * 100 + candidate->nr_bitlines);
+        order.push_back(name_of(*candidate));
     return order;
+}
+
+/// What is handed out while nothing is done with.
+std::vector<CandidateQueue::Candidate> all_at_once(CandidateQueue& queue) {
+    std::vector<CandidateQueue::Candidate> at_work;
+    while (auto candidate = queue.pop())
+        at_work.push_back(std::move(*candidate));
+    return at_work;
 }
 
 struct Case {
@@ -66,6 +79,57 @@ TEST(CandidateQueue, GivesNothingWhenAllAreHandedOut) {
     EXPECT_FALSE(queue.pop());
 }
 
+// Nearly all frames need a carrier's first three; what comes after them mostly cannot win.
+TEST(CandidateQueue, AFourthOfACarrierWaitsUntilNoneIsAtWork) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4, 5, 6, 7}, 3);
+    push(queue, api::channel::Right, {8, 9}, 8);
+    auto at_work = all_at_once(queue);
+    Counts order;
+    for (const auto& candidate : at_work)
+        order.push_back(name_of(candidate));
+    EXPECT_EQ(order, (Counts{3, 108, 4, 109, 5}));
+
+    at_work.erase(at_work.begin());
+    EXPECT_FALSE(queue.pop()) << "two of the left one are still at work";
+    at_work.clear();
+    const auto fourth = queue.pop();
+    ASSERT_TRUE(fourth);
+    EXPECT_EQ(name_of(*fourth), 6u);
+    EXPECT_FALSE(queue.pop()) << "from now on one at a time";
+}
+
+TEST(CandidateQueue, ACarrierThatWaitsDoesNotKeepOthersFromTheirTurn) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4, 5, 6}, 3);
+    push(queue, api::channel::Right, {3, 4, 5, 6}, 3);
+    std::optional<CandidateQueue::Candidate> left;
+    for (const std::uint32_t name : {3, 103, 4, 104, 5, 105}) {
+        auto candidate = queue.pop();
+        ASSERT_TRUE(candidate);
+        EXPECT_EQ(name_of(*candidate), name);
+        if (name == 5) left = std::move(candidate);
+    }
+    EXPECT_EQ(all_of(queue), (Counts{106}));
+    left.reset();
+    EXPECT_EQ(all_of(queue), (Counts{6}));
+}
+
+TEST(CandidateQueue, ACarrierIsFinishedWhenNoneIsLeftAndNoneAtWork) {
+    CandidateQueue queue;
+    EXPECT_TRUE(queue.finished().empty());
+    push(queue, api::channel::Left, {3}, 3);
+    push(queue, api::channel::Right, {3, 4}, 3);
+    auto left = queue.pop();
+    EXPECT_TRUE(queue.finished().empty());
+    EXPECT_TRUE(queue.pop());
+    EXPECT_TRUE(queue.finished().empty()) << "one is at work, one is left";
+    left.reset();
+    EXPECT_EQ(queue.finished(), (std::vector{api::ChannelVariant(api::channel::Left)}));
+    EXPECT_TRUE(queue.pop());
+    EXPECT_EQ(queue.finished().size(), 2u);
+}
+
 TEST(CandidateQueue, GivesEachOnceToWhoeverAsks) {
     CandidateQueue queue;
     for (const auto& carrier : api::channel::all())
@@ -74,8 +138,10 @@ TEST(CandidateQueue, GivesEachOnceToWhoeverAsks) {
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&] {
-            while (queue.pop())
+            while (const auto candidate = queue.pop()) {
                 ++count;
+                std::this_thread::yield();
+            }
         });
     for (auto& thread : threads)
         thread.join();
