@@ -1,27 +1,53 @@
+#include <chrono>
+#include <tuple>
 #include <vela/codec/v3/lib/encoder/CandidateQueue.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::codec::v3::encoder {
 
 void CandidateQueue::push(const std::shared_ptr<const encode::Group>& draft,
                           std::uint32_t nr_bitlines) {
     lanes_.try_emplace(draft->frame.key.channel.id(), draft).first->second.counts.push(nr_bitlines);
-    next_ = lanes_.begin();
 }
 
-std::optional<CandidateQueue::Candidate> CandidateQueue::pop() {
-    const std::lock_guard lock(mutex_);
-    for (std::size_t i = 0; i < lanes_.size(); ++i) {
-        if (next_ == lanes_.end()) next_ = lanes_.begin();
-        Lane& lane = (next_++)->second;
-        if (!lane.may_go_on()) continue;
+void CandidateQueue::open() {
+    is_open_ = true;
+    is_open_.notify_all();
+}
 
-        const std::uint32_t nearest = lane.counts.top();
-        lane.counts.pop();
-        ++lane.nr_handed_out;
-        ++lane.nr_at_work;
-        return Candidate(*this, lane, nearest);
-    }
-    return std::nullopt;
+// Those who come early have a few microseconds to wait.
+void CandidateQueue::wait_until_open_() const {
+    if (!thread::wait_awake(std::chrono::microseconds(50), [this] { return is_open_.load(); }))
+        is_open_.wait(false);
+}
+
+std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
+    wait_until_open_();
+    const std::lock_guard lock(mutex_);
+    Lane* const lane = find_next_(first);
+    if (!lane) return std::nullopt;
+
+    const std::uint32_t nearest = lane->counts.top();
+    lane->counts.pop();
+    ++lane->nr_handed_out;
+    ++lane->nr_at_work;
+    return Candidate(*this, *lane, nearest);
+}
+
+// Whose turn it is: the carrier that has had the fewest; of several, the one with the lowest id.
+CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
+    const auto comes_before = [first](const Lane& a, const Lane& b) {
+        return std::tuple(!a.is(first), a.nr_handed_out) <
+               std::tuple(!b.is(first), b.nr_handed_out);
+    };
+    Lane* next = nullptr;
+    for (auto& [id, lane] : lanes_)
+        if (lane.may_go_on() && (!next || comes_before(lane, *next))) next = &lane;
+    return next;
+}
+
+bool CandidateQueue::Lane::is(First kind) const {
+    return kind == (draft->origs.size() > 1 ? First::mix : First::single);
 }
 
 bool CandidateQueue::Lane::may_go_on() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -66,6 +67,12 @@ private:
         GroupPtr group;
         std::optional<bool> muxed;
     };
+    using First = CandidateQueue::First;
+    /// The candidates of a frame, and how many failed.
+    struct Search {
+        CandidateQueue queue;
+        std::atomic<unsigned> nr_failures{0};
+    };
 
     void set_sample_rate_(unsigned rate);
     bool set_bitlines_(std::uint32_t& target, const std::string& key, int value);
@@ -78,6 +85,8 @@ private:
     void update_cyclers_();
 
     // The candidates of a frame.
+    bool try_candidates_();
+    bool make_candidates_(CandidateQueue& queue);
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,
               const CarrierRecipe::Group& recipe) const;
@@ -86,8 +95,8 @@ private:
                     const Frames& frames) const;
     void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
-    bool try_candidates_(CandidateQueue& queue);
-    bool work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures);
+    void work_(Search& search, First first);
+    void try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures);
     GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
     void select_best_(const GroupPtr& group);
     void mux_finished_(const CandidateQueue& queue);

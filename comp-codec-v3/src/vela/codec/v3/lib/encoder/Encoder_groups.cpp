@@ -31,13 +31,45 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 }  // namespace
 
 bool Encoder::process_groups_() {
-    CandidateQueue queue;
+    return try_candidates_() && finish_frame_();
+}
+
+// The calling thread works, too: it would only wait otherwise, and be woken once for each
+// candidate.  The others are woken first: until they run, their candidates are made.
+bool Encoder::try_candidates_() {
+    Search search;
+    const bool alone = nr_at_once_ <= 1;
+    const auto help = [&] {
+        work_(search, First::single);
+        return false;
+    };
+    if (!alone && !pool_.start(help, nr_at_once_ - 1)) return false;
+    // On every way out, also by an exception: what the threads work on ends with this call.
+    const OnRAII stop([this] { pool_.stop(); });
+
+    if (!make_candidates_(search.queue)) return false;
+    // It serialises what is finished besides, so that others have the short candidates.
+    work_(search, alone ? First::turn : First::mix);
+    mux_finished_(search.queue);
+    pool_.stop();
+    return search.nr_failures == 0;
+}
+
+// If the frame fails, there are none.
+bool Encoder::make_candidates_(CandidateQueue& queue) {
+    const OnRAII open([&] { queue.open(); });
     {
-        const auto frames = downmixed_.start_draining();
-        if (!frames || !add_groups_(queue, *frames)) return false;
+        const std::lock_guard lock(best_mutex_);
+        best_.clear();
     }
-    if (!try_candidates_(queue)) return false;
-    return finish_frame_();
+    chain_.start_frame();
+
+    if (!downmix_() || !select_loudness_(span_)) return false;
+    meta_.set_value(pending_meta_);
+    const auto frames = downmixed_.start_draining();
+    if (frames && add_groups_(queue, *frames)) return true;
+    queue.clear();
+    return false;
 }
 
 bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
@@ -96,45 +128,21 @@ void Encoder::set_metadata_(encode::Group& group) const {
     group.git_hash = git_hash_.due(span_);
 }
 
-// The calling thread works, too: it would only wait otherwise, and be woken once for each
-// candidate.
-bool Encoder::try_candidates_(CandidateQueue& queue) {
-    std::atomic<unsigned> nr_failures{0};
-    // All in one call: what waits for the last candidate of a thread is for this thread.
-    const auto work = [&] {
-        while (work_(queue, nr_failures)) {
-        }
-        return false;
-    };
-
-    {
-        const std::lock_guard lock(best_mutex_);
-        best_.clear();
-    }
-    chain_.start_frame();
-    if (nr_at_once_ > 1 && !pool_.start(work, nr_at_once_ - 1)) return false;
-    {
-        // Also on an exception: what the threads work on ends with this call.
-        const OnRAII stop([this] { pool_.stop(); });
-        work();
-        mux_finished_(queue);
-    }
-    return nr_failures == 0;
+// In one call all that this thread may have: what waits for its last candidate is for it alone.
+void Encoder::work_(Search& search, First first) {
+    while (const auto candidate = search.queue.pop(first))
+        try_(*candidate, search.nr_failures);
 }
 
-// False when no candidate is left for this thread.  One that fails does not keep others from being
-// tried.
-bool Encoder::work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures) {
-    const auto candidate = queue.pop();
-    if (!candidate) return false;
-    if (chain_.drops(candidate->draft(), candidate->nr_bitlines())) return true;
+// One that fails does not keep others from being tried.
+void Encoder::try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures) {
+    if (chain_.drops(candidate.draft(), candidate.nr_bitlines())) return;
 
-    const GroupPtr group = create_group_(candidate->draft(), candidate->nr_bitlines());
+    const GroupPtr group = create_group_(candidate.draft(), candidate.nr_bitlines());
     const Code code = chain_(*group);
     if (code == Code::ok) select_best_(group);
     if (code == Code::failure) ++nr_failures;
     candidate_log_.add(*group, code);
-    return true;
 }
 
 Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32_t nr_bitlines) {
