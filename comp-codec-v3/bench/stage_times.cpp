@@ -38,10 +38,11 @@ public:
         CandidateQueue queue;
         for (const auto& group : recipe_.groups)
             if (!push_(queue, frames, span, group)) return false;
+        queue.open();
         chain_.start_frame();
         best_.clear();
         while (const auto candidate = queue.pop())
-            if (!chain_.drops(*candidate->draft, candidate->nr_bitlines) && !try_(*candidate))
+            if (!chain_.drops(candidate->draft(), candidate->nr_bitlines()) && !try_(*candidate))
                 return false;
         for (auto& [key, winner] : best_) {
             prev_bitlines_[key] = winner->nr_bitlines;
@@ -57,10 +58,9 @@ private:
 
     bool push_(CandidateQueue& queue, const audio::Frames& frames, const api::SampleSpan& span,
                const CarrierRecipe::Group& from) {
-        const auto carrier = api::Channel::create(from.carrier);
         const auto draft = Group::create(api::SpeakerLayout(recipe_.input),
                                          api::SpeakerLayout(recipe_.carrier), span);
-        draft->frame.key = api::ChannelVariant(carrier);
+        draft->frame.key = api::ChannelVariant(api::Channel::create(from.carrier));
         draft->centers_max = 150;
         if (const auto prev = prev_bitlines_.find(draft->frame.key); prev != prev_bitlines_.end())
             draft->prev_bitlines = prev->second;
@@ -71,13 +71,13 @@ private:
             draft->orig_attn[frame->key] = 0;
         }
         for (std::uint32_t b = 3; b <= 12; ++b)
-            queue.push(carrier, {draft, b});
+            queue.push(draft, b);
         return true;
     }
 
     GroupPtr create_(const CandidateQueue::Candidate& candidate) const {
-        const std::uint32_t b = candidate.nr_bitlines;
-        auto group = std::make_shared<Group>(*candidate.draft);
+        const std::uint32_t b = candidate.nr_bitlines();
+        auto group = std::make_shared<Group>(candidate.draft());
         group->nr_bitlines = b;
         const auto prev = prev_centers_.find({b, group->frame.key});
         group->centers_start_2 = group->centers_start_3 =

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <utility>
 #include <vela/thread/Pool.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::thread {
 
@@ -54,17 +55,16 @@ bool Pool::stop() {
     return true;
 }
 
-// What is waited for is mostly near, and to fall asleep and be woken takes longer than this.
+// What is waited for is mostly near.
 template <typename Condition>
 void Pool::control_wait_(Lock& lock, Condition condition) {
-    using Clock = std::chrono::steady_clock;
-    const auto until = Clock::now() + std::chrono::microseconds(50);
-    while (!condition() && Clock::now() < until) {
-        lock.unlock();
-        std::this_thread::yield();
-        lock.lock();
-    }
-    control_cv_.wait(lock, condition);
+    lock.unlock();
+    const bool is_there = wait_awake(std::chrono::microseconds(50), [&] {
+        const Lock again(mutex_);
+        return condition();
+    });
+    lock.lock();
+    if (!is_there) control_cv_.wait(lock, condition);
 }
 
 void Pool::operator()(Worker& worker) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -8,7 +9,6 @@
 #include <queue>
 #include <utility>
 #include <vector>
-#include <vela/api/Channel.hpp>
 #include <vela/codec/v3/lib/encode/Group.hpp>
 
 namespace vela::codec::v3::encoder {
@@ -19,55 +19,90 @@ namespace vela::codec::v3::encoder {
 /// Equal distances come in the order of a standard binary heap; what the filter skips, and so the
 /// bytes of the carrier, depends on it.
 ///
-/// Threads:  push first, then any number of them may pop.
+/// The score of a carrier's third candidate mostly tells that the others cannot win.  So these wait
+/// until none of their carrier is at work, and whoever was at work on it takes them up: with two
+/// threads, of 18 candidates that were tried in a frame one had been begun in vain, as its last.
+///
+/// Threads:  one pushes and opens; any number may pop, as long as what they got goes before the
+/// queue does.
 class CandidateQueue {
+    struct Lane;
+
 public:
-    /// What all candidates of a carrier have in common, and one count of bit-lines.
-    struct Candidate {
-        std::shared_ptr<const encode::Group> draft;
-        std::uint32_t nr_bitlines = 0;
+    /// Which carriers somebody takes first: whoever's turn it is, those with a mix, or those of a
+    /// single channel, whose candidates take a twentieth of the time.
+    enum class First { turn, mix, single };
+
+    /// A candidate that was handed out; at work until the end of its life.
+    class Candidate {
+    public:
+        /// What all candidates of a carrier have in common.
+        [[nodiscard]] const encode::Group& draft() const { return *lane_->draft; }
+        [[nodiscard]] std::uint32_t nr_bitlines() const { return nr_bitlines_; }
+
+    private:
+        friend class CandidateQueue;
+        struct Return {
+            CandidateQueue* queue;
+            void operator()(Lane* lane) const { queue->take_back_(*lane); }
+        };
+
+        Candidate(CandidateQueue& queue, Lane& lane, std::uint32_t nr_bitlines)
+            : lane_(&lane, Return{&queue}), nr_bitlines_(nr_bitlines) {}
+
+        std::unique_ptr<Lane, Return> lane_;
+        std::uint32_t nr_bitlines_;
     };
 
-    void push(const api::Channel& carrier, Candidate candidate) {
-        queues_[carrier].push(std::move(candidate));
-        next_ = queues_.begin();
-    }
+    /// One candidate more for the carrier that the draft names; all of a carrier have one draft.
+    void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t nr_bitlines);
 
-    /// Nothing once all have been handed out.
-    std::optional<Candidate> pop() {
-        const std::lock_guard lock(mutex_);
-        while (!queues_.empty()) {
-            if (next_ == queues_.end()) next_ = queues_.begin();
-            auto& queue = next_->second;
-            if (queue.empty()) {
-                next_ = queues_.erase(next_);
-                continue;
-            }
-            Candidate nearest = queue.top();
-            queue.pop();
-            ++next_;
-            return nearest;
-        }
-        return std::nullopt;
-    }
+    /// Takes back all that was pushed.
+    void clear() { lanes_.clear(); }
+
+    /// Lets those go on that have come for a candidate, and will come.  Nothing is pushed any more.
+    void open();
+
+    /// Waits until the queue is open.  Nothing once all that is left waits for a candidate at work,
+    /// or nothing is left.
+    std::optional<Candidate> pop(First first = First::turn);
+
+    /// The carriers of which no candidate is left and none at work.
+    [[nodiscard]] std::vector<api::ChannelVariant> finished() const;
 
 private:
-    struct DistanceFromPrevBitline {
-        static std::uint32_t distance(const Candidate& candidate) {
-            const std::uint32_t a = candidate.draft->prev_bitlines;
-            const std::uint32_t b = candidate.nr_bitlines;
-            return a > b ? a - b : b - a;
+    struct Farther {
+        std::uint32_t prev_bitlines;
+        [[nodiscard]] std::uint32_t distance(std::uint32_t nr_bitlines) const {
+            return nr_bitlines > prev_bitlines ? nr_bitlines - prev_bitlines
+                                               : prev_bitlines - nr_bitlines;
         }
-        bool operator()(const Candidate& a, const Candidate& b) const {
+        bool operator()(std::uint32_t a, std::uint32_t b) const {
             return distance(a) > distance(b);
         }
     };
-    using Queue = std::priority_queue<Candidate, std::vector<Candidate>, DistanceFromPrevBitline>;
-    using Queues = std::map<api::Channel, Queue>;
+    /// One carrier.
+    struct Lane {
+        explicit Lane(const std::shared_ptr<const encode::Group>& of)
+            : draft(of), counts(Farther{of->prev_bitlines}) {}
 
-    Queues queues_;
-    Queues::iterator next_ = queues_.begin();
-    std::mutex mutex_;
+        [[nodiscard]] bool is(First kind) const;
+        [[nodiscard]] bool may_go_on() const;
+
+        std::shared_ptr<const encode::Group> draft;
+        std::priority_queue<std::uint32_t, std::vector<std::uint32_t>, Farther> counts;
+        unsigned nr_handed_out = 0;
+        unsigned nr_at_work = 0;
+    };
+    using Lanes = std::map<std::uint32_t, Lane>;  // by id of the carrier
+
+    void wait_until_open_() const;
+    Lane* find_next_(First first);
+    void take_back_(Lane& lane);
+
+    std::atomic<bool> is_open_{false};
+    Lanes lanes_;
+    mutable std::mutex mutex_;
 };
 
 }  // namespace vela::codec::v3::encoder

@@ -191,9 +191,6 @@ bool Encoder::encode_one(Frames& out, const Frames& in) {
 }
 
 bool Encoder::encode_one_() {
-    if (!downmix_()) return false;
-    if (!select_loudness_(span_)) return false;
-    meta_.set_value(pending_meta_);
     if (!process_groups_()) return false;
     update_cyclers_();
     candidate_log_.end_frame();

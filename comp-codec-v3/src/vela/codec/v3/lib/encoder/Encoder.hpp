@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -61,6 +62,17 @@ private:
     };
     using GroupPtr = std::shared_ptr<encode::Group>;
     using Code = encode::Chain::Code;
+    /// The best candidate of a carrier, and what the muxer said if it was there already.
+    struct Winner {
+        GroupPtr group;
+        std::optional<bool> muxed;
+    };
+    using First = CandidateQueue::First;
+    /// The candidates of a frame, and how many failed.
+    struct Search {
+        CandidateQueue queue;
+        std::atomic<unsigned> nr_failures{0};
+    };
 
     void set_sample_rate_(unsigned rate);
     bool set_bitlines_(std::uint32_t& target, const std::string& key, int value);
@@ -73,6 +85,8 @@ private:
     void update_cyclers_();
 
     // The candidates of a frame.
+    bool try_candidates_();
+    bool make_candidates_(CandidateQueue& queue);
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,
               const CarrierRecipe::Group& recipe) const;
@@ -81,15 +95,17 @@ private:
                     const Frames& frames) const;
     void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
-    bool try_candidates_(CandidateQueue& queue);
-    bool work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures);
+    void work_(Search& search, First first);
+    void try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures);
     GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
     void select_best_(const GroupPtr& group);
+    void mux_finished_(const CandidateQueue& queue);
+    Winner* find_winner_(const api::ChannelVariant& carrier);
 
     // The winners of a frame.
     bool finish_frame_();
     bool remember_bitlines_();
-    bool finish_winner_(encode::Group& winner, Frames& out);
+    bool finish_winner_(const Winner& winner, Frames& out);
 
     unsigned sample_rate_ = 0;
     api::SpeakerLayout input_layout_;
@@ -118,7 +134,7 @@ private:
     thread::PingPong<Frames> downmixed_;
     std::unique_ptr<thread::PingPong<Frames>> output_pingpong_;
 
-    std::map<api::ChannelVariant, GroupPtr> best_;
+    std::map<api::ChannelVariant, Winner> best_;
     std::mutex best_mutex_;
     std::map<api::ChannelVariant, std::uint32_t> prev_bitlines_;
     /// Numbers of centers used with two and with three channels, by count of bit-lines.

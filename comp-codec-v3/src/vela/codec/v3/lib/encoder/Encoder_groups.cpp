@@ -31,13 +31,45 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 }  // namespace
 
 bool Encoder::process_groups_() {
-    CandidateQueue queue;
+    return try_candidates_() && finish_frame_();
+}
+
+// The calling thread works, too: it would only wait otherwise, and be woken once for each
+// candidate.  The others are woken first: until they run, their candidates are made.
+bool Encoder::try_candidates_() {
+    Search search;
+    const bool alone = nr_at_once_ <= 1;
+    const auto help = [&] {
+        work_(search, First::single);
+        return false;
+    };
+    if (!alone && !pool_.start(help, nr_at_once_ - 1)) return false;
+    // On every way out, also by an exception: what the threads work on ends with this call.
+    const OnRAII stop([this] { pool_.stop(); });
+
+    if (!make_candidates_(search.queue)) return false;
+    // It serialises what is finished besides, so that others have the short candidates.
+    work_(search, alone ? First::turn : First::mix);
+    mux_finished_(search.queue);
+    pool_.stop();
+    return search.nr_failures == 0;
+}
+
+// If the frame fails, there are none.
+bool Encoder::make_candidates_(CandidateQueue& queue) {
+    const OnRAII open([&] { queue.open(); });
     {
-        const auto frames = downmixed_.start_draining();
-        if (!frames || !add_groups_(queue, *frames)) return false;
+        const std::lock_guard lock(best_mutex_);
+        best_.clear();
     }
-    if (!try_candidates_(queue)) return false;
-    return finish_frame_();
+    chain_.start_frame();
+
+    if (!downmix_() || !select_loudness_(span_)) return false;
+    meta_.set_value(pending_meta_);
+    const auto frames = downmixed_.start_draining();
+    if (frames && add_groups_(queue, *frames)) return true;
+    queue.clear();
+    return false;
 }
 
 bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
@@ -50,14 +82,13 @@ bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
 
 bool Encoder::add_(CandidateQueue& queue, const Frames& frames,
                    const CarrierRecipe::Group& recipe) const {
-    const api::Channel carrier = api::Channel::create(recipe.carrier);
     const GroupPtr draft = create_draft_();
     for (const auto id : recipe.active_members())
         if (!set_origs_(*draft, api::ChannelVariant(api::Channel::create(id)), frames))
             return false;
-    set_carrier_(*draft, carrier);
+    set_carrier_(*draft, api::Channel::create(recipe.carrier));
     for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b)
-        queue.push(carrier, {draft, b});
+        queue.push(draft, b);
     return true;
 }
 
@@ -97,40 +128,21 @@ void Encoder::set_metadata_(encode::Group& group) const {
     group.git_hash = git_hash_.due(span_);
 }
 
-// The calling thread works, too: it would only wait otherwise, and be woken once for each
-// candidate.
-bool Encoder::try_candidates_(CandidateQueue& queue) {
-    std::atomic<unsigned> nr_failures{0};
-    const auto work = [&] { return work_(queue, nr_failures); };
-
-    {
-        const std::lock_guard lock(best_mutex_);
-        best_.clear();
-    }
-    chain_.start_frame();
-    if (nr_at_once_ > 1 && !pool_.start(work, nr_at_once_ - 1)) return false;
-    {
-        // Also on an exception: what the threads work on ends with this call.
-        const OnRAII stop([this] { pool_.stop(); });
-        while (work()) {
-        }
-    }
-    return nr_failures == 0;
+// In one call all that this thread may have: what waits for its last candidate is for it alone.
+void Encoder::work_(Search& search, First first) {
+    while (const auto candidate = search.queue.pop(first))
+        try_(*candidate, search.nr_failures);
 }
 
-// False when no candidate is left.  One that fails does not keep others from being tried.
-bool Encoder::work_(CandidateQueue& queue, std::atomic<unsigned>& nr_failures) {
-    const auto candidate = queue.pop();
-    if (!candidate) return false;
-    const auto& [draft, nr_bitlines] = *candidate;
-    if (chain_.drops(*draft, nr_bitlines)) return true;
+// One that fails does not keep others from being tried.
+void Encoder::try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures) {
+    if (chain_.drops(candidate.draft(), candidate.nr_bitlines())) return;
 
-    const GroupPtr group = create_group_(*draft, nr_bitlines);
+    const GroupPtr group = create_group_(candidate.draft(), candidate.nr_bitlines());
     const Code code = chain_(*group);
     if (code == Code::ok) select_best_(group);
     if (code == Code::failure) ++nr_failures;
     candidate_log_.add(*group, code);
-    return true;
 }
 
 Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32_t nr_bitlines) {
@@ -159,8 +171,21 @@ void Encoder::select_best_(const GroupPtr& group) {
             with_3 = static_cast<std::uint32_t>(group->centers_2d.size());
     }
     const std::lock_guard lock(best_mutex_);
-    auto& best = best_[key];
+    auto& best = best_[key].group;
     if (!best || best->score > group->score) best = group;
+}
+
+// While other threads are at their last candidates, this one need not wait.  A carrier that was
+// refused is told of when its turn comes.
+void Encoder::mux_finished_(const CandidateQueue& queue) {
+    for (const auto& carrier : queue.finished())
+        if (Winner* const winner = find_winner_(carrier)) winner->muxed = muxer_(*winner->group);
+}
+
+Encoder::Winner* Encoder::find_winner_(const api::ChannelVariant& carrier) {
+    const std::lock_guard lock(best_mutex_);
+    const auto best = best_.find(carrier);
+    return best == best_.end() ? nullptr : &best->second;
 }
 
 bool Encoder::finish_frame_() {
@@ -171,7 +196,7 @@ bool Encoder::finish_frame_() {
     if (!out) return false;
     plots_.start_frame(span_);
     for (auto& [carrier, winner] : best_)
-        if (!finish_winner_(*winner, *out)) return false;
+        if (!finish_winner_(winner, *out)) return false;
     return plots_.end_frame(span_);
 }
 
@@ -180,18 +205,19 @@ bool Encoder::remember_bitlines_() {
         const api::ChannelVariant key(carrier);
         const auto best = best_.find(key);
         if (best == best_.end()) return false;
-        prev_bitlines_[key] = best->second->nr_bitlines;
+        prev_bitlines_[key] = best->second.group->nr_bitlines;
         return true;
     });
 }
 
-bool Encoder::finish_winner_(encode::Group& winner, Frames& out) {
-    if (!muxer_(winner)) return false;
-    out.set(winner.frame);
-    candidate_log_.add_winner(winner);
-    if (!plots_.add(winner)) return false;
-    for (std::size_t i = 0; i < winner.origs.size(); ++i)
-        quality_[winner.origs[i].key].update_db(winner.dbrms[i], winner.dbpeak[i]);
+bool Encoder::finish_winner_(const Winner& winner, Frames& out) {
+    encode::Group& group = *winner.group;
+    if (winner.muxed ? !*winner.muxed : !muxer_(group)) return false;
+    out.set(group.frame);
+    candidate_log_.add_winner(group);
+    if (!plots_.add(group)) return false;
+    for (std::size_t i = 0; i < group.origs.size(); ++i)
+        quality_[group.origs[i].key].update_db(group.dbrms[i], group.dbpeak[i]);
     return true;
 }
 

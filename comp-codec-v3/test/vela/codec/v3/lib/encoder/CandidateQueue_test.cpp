@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 #include <vector>
 #include <vela/codec/v3/lib/encoder/CandidateQueue.hpp>
@@ -9,22 +10,39 @@ namespace vela::codec::v3::encoder {
 namespace {
 
 using Counts = std::vector<std::uint32_t>;
+using First = CandidateQueue::First;
 
 void push(CandidateQueue& queue, const api::Channel& carrier, const Counts& counts,
-          std::uint32_t prev) {
+          std::uint32_t prev, std::size_t nr_channels = 2) {
     const auto draft = std::make_shared<encode::Group>();
+    draft->origs.resize(nr_channels);
     draft->prev_bitlines = prev;
     draft->frame.key = api::ChannelVariant(carrier);
     for (const std::uint32_t b : counts)
-        queue.push(carrier, {draft, b});
+        queue.push(draft, b);
 }
 
 /// 100 times the carrier's id, and the count of bit-lines.
-Counts all_of(CandidateQueue& queue) {
+std::uint32_t name_of(const CandidateQueue::Candidate& candidate) {
+    return candidate.draft().frame.key.channel.id() * 100 + candidate.nr_bitlines();
+}
+
+/// Each is done with before the next is asked for.
+Counts all_of(CandidateQueue& queue, First first = First::turn) {
+    queue.open();
     Counts order;
-    while (const auto candidate = queue.pop())
-        order.push_back(candidate->draft->frame.key.channel.id() * 100 + candidate->nr_bitlines);
+    while (const auto candidate = queue.pop(first))
+        order.push_back(name_of(*candidate));
     return order;
+}
+
+/// What is handed out while nothing is done with.
+std::vector<CandidateQueue::Candidate> all_at_once(CandidateQueue& queue) {
+    queue.open();
+    std::vector<CandidateQueue::Candidate> at_work;
+    while (auto candidate = queue.pop())
+        at_work.push_back(std::move(*candidate));
+    return at_work;
 }
 
 struct Case {
@@ -59,23 +77,122 @@ TEST(CandidateQueue, CarriersTakeTurnsByAscendingId) {
 
 TEST(CandidateQueue, GivesNothingWhenAllAreHandedOut) {
     CandidateQueue queue;
-    EXPECT_FALSE(queue.pop());
     push(queue, api::channel::Left, {3}, 3);
+    queue.open();
     EXPECT_TRUE(queue.pop());
     EXPECT_FALSE(queue.pop());
     EXPECT_FALSE(queue.pop());
 }
 
-TEST(CandidateQueue, GivesEachOnceToWhoeverAsks) {
+// Nearly all frames need a carrier's first three; what comes after them mostly cannot win.
+TEST(CandidateQueue, AFourthOfACarrierWaitsUntilNoneIsAtWork) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4, 5, 6, 7}, 3);
+    push(queue, api::channel::Right, {8, 9}, 8);
+    auto at_work = all_at_once(queue);
+    Counts order;
+    for (const auto& candidate : at_work)
+        order.push_back(name_of(candidate));
+    EXPECT_EQ(order, (Counts{3, 108, 4, 109, 5}));
+
+    at_work.erase(at_work.begin());
+    EXPECT_FALSE(queue.pop()) << "two of the left one are still at work";
+    at_work.clear();
+    const auto fourth = queue.pop();
+    ASSERT_TRUE(fourth);
+    EXPECT_EQ(name_of(*fourth), 6u);
+    EXPECT_FALSE(queue.pop()) << "from now on one at a time";
+}
+
+TEST(CandidateQueue, ACarrierThatWaitsDoesNotKeepOthersFromTheirTurn) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4, 5, 6}, 3);
+    push(queue, api::channel::Right, {3, 4, 5, 6}, 3);
+    queue.open();
+    std::optional<CandidateQueue::Candidate> left;
+    for (const std::uint32_t name : {3, 103, 4, 104, 5, 105}) {
+        auto candidate = queue.pop();
+        ASSERT_TRUE(candidate);
+        EXPECT_EQ(name_of(*candidate), name);
+        if (name == 5) left = std::move(candidate);
+    }
+    EXPECT_EQ(all_of(queue), (Counts{106}));
+    left.reset();
+    EXPECT_EQ(all_of(queue), (Counts{6}));
+}
+
+TEST(CandidateQueue, ACarrierIsFinishedWhenNoneIsLeftAndNoneAtWork) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3}, 3);
+    push(queue, api::channel::Right, {3, 4}, 3);
+    EXPECT_TRUE(queue.finished().empty());
+    queue.open();
+    auto left = queue.pop();
+    EXPECT_TRUE(queue.finished().empty());
+    EXPECT_TRUE(queue.pop());
+    EXPECT_TRUE(queue.finished().empty()) << "one is at work, one is left";
+    left.reset();
+    EXPECT_EQ(queue.finished(), (std::vector{api::ChannelVariant(api::channel::Left)}));
+    EXPECT_TRUE(queue.pop());
+    EXPECT_EQ(queue.finished().size(), 2u);
+}
+
+// The main thread takes mixes first, and the others what is short: it muxes the winners besides.
+TEST(CandidateQueue, GivesTheCarriersFirstThatAreAskedForFirst) {
+    for (const auto& [first, order] :
+         {std::pair(First::turn, Counts{3, 203, 303, 4, 204, 304}),
+          std::pair(First::mix, Counts{3, 303, 4, 304, 203, 204}),
+          std::pair(First::single, Counts{203, 204, 3, 303, 4, 304})}) {
+        CandidateQueue queue;
+        push(queue, api::channel::Left, {3, 4}, 3);
+        push(queue, api::channel::Center, {3, 4}, 3, 1);
+        push(queue, api::channel::LFE, {3, 4}, 3, 3);
+        EXPECT_EQ(all_of(queue, first), order);
+    }
+}
+
+TEST(CandidateQueue, GivesNothingThatWasTakenBack) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4}, 3);
+    queue.clear();
+    EXPECT_EQ(all_of(queue), Counts{});
+}
+
+// Threads are woken before there is anything for them, long before if the block is large.
+TEST(CandidateQueueThreads, WhoeverComesBeforeItIsOpenWaits) {
+    for (const auto delay : {0, 20000}) {
+        CandidateQueue queue;
+        std::atomic<unsigned> count = 0;
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 3; ++i)
+            threads.emplace_back([&] {
+                while (queue.pop())
+                    ++count;
+            });
+        std::this_thread::sleep_for(std::chrono::microseconds(delay));
+        push(queue, api::channel::Left, {3, 4}, 3);
+        push(queue, api::channel::Right, {3, 4}, 3);
+        EXPECT_EQ(count, 0u);
+        queue.open();
+        for (auto& thread : threads)
+            thread.join();
+        EXPECT_EQ(count, 4u);
+    }
+}
+
+TEST(CandidateQueueThreads, GiveEachOnceToWhoeverAsks) {
     CandidateQueue queue;
     for (const auto& carrier : api::channel::all())
         push(queue, carrier, {3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, 7);
+    queue.open();
     std::atomic<unsigned> count = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&] {
-            while (queue.pop())
+            while (const auto candidate = queue.pop()) {
                 ++count;
+                std::this_thread::yield();
+            }
         });
     for (auto& thread : threads)
         thread.join();

@@ -172,6 +172,22 @@ TEST(EncoderThreads, OneFailedCandidateFailsTheFrame) {
     }
 }
 
+// They are woken before it is known whether there will be candidates.
+TEST(EncoderThreads, GoBackToSleepWhenAFrameCannotBegin) {
+    for (const unsigned nr_threads : {0u, 2u, 16u}) {
+        const auto encoder = make(lcr, stereo, 3, 12, nr_threads);
+        auto shallow = frames_of(lcr);
+        for (auto& [key, frame] : shallow)
+            frame.bit_depth = 16;
+        for (const auto& bad : {Frames{}, frames_of(stereo), shallow}) {
+            Frames out;
+            EXPECT_FALSE(encoder->encode_one(out, bad));
+            EXPECT_TRUE(out.empty());
+            EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr)));
+        }
+    }
+}
+
 TEST(EncoderThreads, SearchTheWholeRangeOnManyThreads) {
     const auto encoder = make(lcr, stereo, 3, 12, 16);
     Frames out;

@@ -6,6 +6,7 @@
 #include <vela/fixed_width/bit_width.hpp>
 #include <vela/gvm/create.hpp>
 #include <vela/permutation/MersenneTwister.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::codec::v3::encode::gvm {
 
@@ -54,7 +55,7 @@ template <unsigned M>
 void Learner<M>::randomize_(permutation::Permutation& permutation) {
     static std::mutex mutex;
     static permutation::MersenneTwister engine;
-    const std::lock_guard lock(mutex);
+    const auto lock = thread::lock_awake(mutex);
     permutation.randomize(engine);
 }
 

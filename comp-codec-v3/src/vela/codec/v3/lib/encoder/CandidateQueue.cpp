@@ -1,0 +1,71 @@
+#include <chrono>
+#include <tuple>
+#include <vela/codec/v3/lib/encoder/CandidateQueue.hpp>
+#include <vela/thread/awake.hpp>
+
+namespace vela::codec::v3::encoder {
+
+void CandidateQueue::push(const std::shared_ptr<const encode::Group>& draft,
+                          std::uint32_t nr_bitlines) {
+    lanes_.try_emplace(draft->frame.key.channel.id(), draft).first->second.counts.push(nr_bitlines);
+}
+
+void CandidateQueue::open() {
+    is_open_ = true;
+    is_open_.notify_all();
+}
+
+// Those who come early have a few microseconds to wait.
+void CandidateQueue::wait_until_open_() const {
+    if (!thread::wait_awake(std::chrono::microseconds(50), [this] { return is_open_.load(); }))
+        is_open_.wait(false);
+}
+
+std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
+    wait_until_open_();
+    const std::lock_guard lock(mutex_);
+    Lane* const lane = find_next_(first);
+    if (!lane) return std::nullopt;
+
+    const std::uint32_t nearest = lane->counts.top();
+    lane->counts.pop();
+    ++lane->nr_handed_out;
+    ++lane->nr_at_work;
+    return Candidate(*this, *lane, nearest);
+}
+
+// Whose turn it is: the carrier that has had the fewest; of several, the one with the lowest id.
+CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
+    const auto comes_before = [first](const Lane& a, const Lane& b) {
+        return std::tuple(!a.is(first), a.nr_handed_out) <
+               std::tuple(!b.is(first), b.nr_handed_out);
+    };
+    Lane* next = nullptr;
+    for (auto& [id, lane] : lanes_)
+        if (lane.may_go_on() && (!next || comes_before(lane, *next))) next = &lane;
+    return next;
+}
+
+bool CandidateQueue::Lane::is(First kind) const {
+    return kind == (draft->origs.size() > 1 ? First::mix : First::single);
+}
+
+bool CandidateQueue::Lane::may_go_on() const {
+    constexpr unsigned nr_mostly_needed = 3;
+    return !counts.empty() && (nr_handed_out < nr_mostly_needed || nr_at_work == 0);
+}
+
+void CandidateQueue::take_back_(Lane& lane) {
+    const std::lock_guard lock(mutex_);
+    --lane.nr_at_work;
+}
+
+std::vector<api::ChannelVariant> CandidateQueue::finished() const {
+    const std::lock_guard lock(mutex_);
+    std::vector<api::ChannelVariant> carriers;
+    for (const auto& [id, lane] : lanes_)
+        if (lane.counts.empty() && lane.nr_at_work == 0) carriers.push_back(lane.draft->frame.key);
+    return carriers;
+}
+
+}  // namespace vela::codec::v3::encoder

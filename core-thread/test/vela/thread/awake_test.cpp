@@ -1,0 +1,41 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vela/thread/awake.hpp>
+
+namespace vela::thread {
+namespace {
+
+using std::chrono::microseconds;
+
+TEST(WaitAwake, SaysWhetherItIsThereInTime) {
+    int asked = 0;
+    EXPECT_TRUE(wait_awake(microseconds(0), [&] { return ++asked == 1; })) << "asks first of all";
+    EXPECT_TRUE(wait_awake(std::chrono::seconds(60), [&] { return ++asked == 5; }));
+    EXPECT_EQ(asked, 5);
+    EXPECT_FALSE(wait_awake(microseconds(100), [] { return false; }));
+}
+
+TEST(LockAwake, LetsOneInAtATimeHoweverLongItStays) {
+    std::mutex mutex;
+    std::atomic<int> inside = 0;
+    std::atomic<int> most = 0;
+    const auto enter = [&] {
+        for (int i = 0; i < 50; ++i) {
+            const auto lock = lock_awake(mutex);
+            most = std::max<int>(most, ++inside);
+            // Now and then longer than anybody stays awake.
+            if (i % 25 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            --inside;
+        }
+    };
+    std::thread other(enter);
+    enter();
+    other.join();
+    EXPECT_EQ(most, 1);
+}
+
+}  // namespace
+}  // namespace vela::thread
