@@ -191,7 +191,15 @@ bool Encoder::encode_one(Frames& out, const Frames& in) {
 }
 
 bool Encoder::encode_one_() {
-    if (!process_groups_()) return false;
+    // Other threads are woken first: until they run, there are candidates for them.
+    Search search;
+    const OnRAII stop([&] { stop_helpers_(search); });
+    if (!start_helpers_(search)) return false;
+
+    if (!downmix_()) return false;
+    if (!select_loudness_(span_)) return false;
+    meta_.set_value(pending_meta_);
+    if (!process_groups_(search)) return false;
     update_cyclers_();
     candidate_log_.end_frame();
     return true;

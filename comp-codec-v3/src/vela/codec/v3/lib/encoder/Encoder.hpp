@@ -81,12 +81,13 @@ private:
     bool encode_one_();
     bool downmix_();
     bool select_loudness_(const api::SampleSpan& span);
-    bool process_groups_();
+    bool process_groups_(Search& search);
     void update_cyclers_();
 
     // The candidates of a frame.
-    bool try_candidates_();
-    bool make_candidates_(CandidateQueue& queue);
+    bool start_helpers_(Search& search);
+    void stop_helpers_(Search& search);
+    bool queue_candidates_(CandidateQueue& queue);
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,
               const CarrierRecipe::Group& recipe) const;

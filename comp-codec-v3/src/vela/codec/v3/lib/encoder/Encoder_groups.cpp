@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <vela/OnRAII.hpp>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
 
 namespace vela::codec::v3::encoder {
@@ -30,42 +29,39 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 
 }  // namespace
 
-bool Encoder::process_groups_() {
-    return try_candidates_() && finish_frame_();
-}
-
-// The calling thread works, too: it would only wait otherwise, and be woken once for each
-// candidate.  The others are woken first: until they run, their candidates are made.
-bool Encoder::try_candidates_() {
-    Search search;
-    const bool alone = nr_at_once_ <= 1;
-    const auto help = [&] {
-        work_(search, First::single);
-        return false;
-    };
-    if (!alone && !pool_.start(help, nr_at_once_ - 1)) return false;
-    // On every way out, also by an exception: what the threads work on ends with this call.
-    const OnRAII stop([this] { pool_.stop(); });
-
-    if (!make_candidates_(search.queue)) return false;
-    // It serialises what is finished besides, so that others have the short candidates.
-    work_(search, alone ? First::turn : First::mix);
-    mux_finished_(search.queue);
-    pool_.stop();
-    return search.nr_failures == 0;
-}
-
-// If the frame fails, there are none.
-bool Encoder::make_candidates_(CandidateQueue& queue) {
-    const OnRAII open([&] { queue.open(); });
+bool Encoder::process_groups_(Search& search) {
     {
         const std::lock_guard lock(best_mutex_);
         best_.clear();
     }
     chain_.start_frame();
+    if (!queue_candidates_(search.queue)) return false;
+    search.queue.open();
 
-    if (!downmix_() || !select_loudness_(span_)) return false;
-    meta_.set_value(pending_meta_);
+    // The calling thread works, too: it would only wait otherwise.  It serialises what is finished
+    // besides, so that others have the short candidates.
+    work_(search, nr_at_once_ > 1 ? First::mix : First::turn);
+    mux_finished_(search.queue);
+    pool_.stop();
+    return search.nr_failures == 0 && finish_frame_();
+}
+
+bool Encoder::start_helpers_(Search& search) {
+    const auto help = [this, &search] {
+        work_(search, First::single);
+        return false;
+    };
+    return nr_at_once_ <= 1 || pool_.start(help, nr_at_once_ - 1);
+}
+
+// On every way out of a frame: what the helpers work on ends with it.
+void Encoder::stop_helpers_(Search& search) {
+    search.queue.open();
+    pool_.stop();
+}
+
+// None is tried of a frame that cannot begin.
+bool Encoder::queue_candidates_(CandidateQueue& queue) {
     const auto frames = downmixed_.start_draining();
     if (frames && add_groups_(queue, *frames)) return true;
     queue.clear();
