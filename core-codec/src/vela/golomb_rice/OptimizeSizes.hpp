@@ -10,7 +10,7 @@ namespace vela::golomb_rice {
 /// Index i costs k + 1 + i / 2^k bits: its k low bits, a terminating bit, and the rest in unary.
 class OptimizeSizes {
 public:
-    /// Parameters that may be chosen, both ends included.  REQUIRES max < 32.
+    /// Parameters that may be chosen, both ends included.  REQUIRES min <= max < 32.
     OptimizeSizes(unsigned min, unsigned max) : min_(min), max_(max) {}
 
     /// Takes how often each index occurs, by index, and gives the parameter and the bits of all
