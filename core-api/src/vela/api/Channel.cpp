@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <span>
 #include <vela/api/Channel.hpp>
 
 namespace vela::api {
@@ -84,37 +83,14 @@ bool same_name(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, {}, lower, lower);
 }
 
+const Entry* find_entry(std::uint32_t id) {
+    return id < entries.size() ? &entries[id] : nullptr;
+}
+
 }  // namespace
 
-struct Channel::Impl {
-    channel::id::Value id = channel::id::None;
-    std::span<const char* const> names;  // by schema
-    const char* full_name = nullptr;
-};
-
-Channel::Channel() : impl_(std::make_unique<Impl>()) {}
-Channel::Channel(Impl impl) : impl_(std::make_unique<Impl>(impl)) {}
-Channel::Channel(const Channel& other) : Channel(*other.impl_) {}
-Channel::Channel(Channel&& other) noexcept = default;
-Channel::~Channel() = default;
-Channel& Channel::operator=(Channel&& other) noexcept = default;
-
-Channel& Channel::operator=(const Channel& other) {
-    if (impl_)
-        *impl_ = *other.impl_;
-    else
-        impl_ = std::make_unique<Impl>(*other.impl_);
-    return *this;
-}
-
-Channel Channel::create(channel::id::Value id) {
-    if (id >= entries.size()) return Channel(Impl{id, {}, nullptr});
-    const Entry& entry = entries[id];
-    return Channel(Impl{id, entry.names, entry.full_name});
-}
-
 bool Channel::create(Channel& out, channel::id::Value id) {
-    if (id >= entries.size()) return false;
+    if (!find_entry(id)) return false;
     out = create(id);
     return true;
 }
@@ -139,16 +115,14 @@ bool Channel::set_naming_schema(std::string_view schema) {
     return true;
 }
 
-std::uint32_t Channel::id() const {
-    return impl_->id;
-}
-
 const char* Channel::short_name() const {
-    return impl_->names.empty() ? nullptr : impl_->names[naming_schema];
+    const Entry* const entry = find_entry(id_);
+    return entry ? entry->names[naming_schema] : nullptr;
 }
 
 const char* Channel::full_name() const {
-    return impl_->full_name;
+    const Entry* const entry = find_entry(id_);
+    return entry ? entry->full_name : nullptr;
 }
 
 void Channel::stream(std::ostream& out) const {

@@ -36,12 +36,15 @@ public:
         return {first, first + data_.size()};
     }
 
+    /// Write access for who replaces all samples; what they are before is of no account.
+    std::span<T> overwrite() { return {data_.begin_anew(), data_.size()}; }
+
     /// Takes over the samples of a range; another length than now makes a new buffer.
     template <typename It>
     void set_data(It first, It last) {
         const auto size = static_cast<std::uint64_t>(std::distance(first, last));
         if (size != data_.size()) data_ = details::frame::Data<T>(size);
-        std::copy(first, last, data_.begin());
+        std::copy(first, last, overwrite().begin());
     }
 
 private:

@@ -59,6 +59,19 @@ TEST(Frame, WritingThroughACopyLeavesTheFirstAlone) {
     EXPECT_EQ(samples_of(copy), (std::vector<int>{7, -8388608, 7}));
 }
 
+TEST(Frame, OverwritingACopyLeavesTheFirstAlone) {
+    IntFrame first(ChannelVariant(channel::Left), 3);
+    first.bit_depth = 24;
+    IntFrame copy = first;
+    std::ranges::fill(copy.overwrite(), 7);
+    EXPECT_EQ(copy.key, first.key);
+    EXPECT_EQ(copy.bit_depth, 24u);
+    EXPECT_EQ(samples_of(copy), (std::vector<int>{7, 7, 7}));
+    EXPECT_EQ(samples_of(first), (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(copy.overwrite().data(), copy.samples().data());
+    EXPECT_TRUE(IntFrame().overwrite().empty());
+}
+
 TEST(Frame, SetDataOfTheSameLengthKeepsAnUnsharedBuffer) {
     IntFrame frame(3);
     const int* const buffer = frame.samples().data();

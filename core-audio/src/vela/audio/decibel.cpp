@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <vela/audio/decibel.hpp>
-#include <vela/numeric/wrap.hpp>
 
 namespace vela::audio {
 
@@ -14,12 +11,8 @@ double db_to_linear(double dB) {
     return dB <= silence_db ? 0.0 : std::pow(10.0, dB / 20.0);
 }
 
-double dB_delta_peak_container(std::span<const int> a, std::span<const int> b, int full_scale,
-                               double floor_db) {
-    int peak = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        peak = std::max(peak, numeric::wrap_abs(numeric::wrap_sub(a[i], b[i])));
-    const double ratio = static_cast<double>(peak) / full_scale;
+double dB_delta_peak_container(const Delta& delta, int full_scale, double floor_db) {
+    const double ratio = static_cast<double>(delta.peak) / full_scale;
     if (ratio <= std::pow(10.0, floor_db / 20.0)) return floor_db;
     return 20.0 * std::log10(ratio);
 }

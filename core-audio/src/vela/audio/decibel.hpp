@@ -1,6 +1,6 @@
 #pragma once
 
-#include <span>
+#include <vela/audio/Delta.hpp>
 
 namespace vela::audio {
 
@@ -14,9 +14,6 @@ inline constexpr double silence_db = -3000.0;
 [[nodiscard]] double db_to_linear(double dB);
 
 /// Largest difference between two signals, in dB of `full_scale`, but not below `floor_db`.
-///
-/// REQUIRES: `a` and `b` have equal sizes.  Differences wrap at 32 bits.
-[[nodiscard]] double dB_delta_peak_container(std::span<const int> a, std::span<const int> b,
-                                             int full_scale, double floor_db);
+[[nodiscard]] double dB_delta_peak_container(const Delta& delta, int full_scale, double floor_db);
 
 }  // namespace vela::audio

@@ -34,7 +34,7 @@ TEST(Decibel, DbToLinear) {
 }
 
 double delta_peak(const std::vector<int>& a, const std::vector<int>& b) {
-    return dB_delta_peak_container(a, b, full_scale, -144.0);
+    return dB_delta_peak_container(Delta::between(a, b), full_scale, -144.0);
 }
 
 TEST(DeltaPeak, LargestDifferenceOfEitherSign) {
@@ -50,8 +50,9 @@ TEST(DeltaPeak, EqualSignalsLieOnTheFloor) {
 TEST(DeltaPeak, FloorIsWhereTheRatioReachesIt) {
     // One step of 24 bits lies at -138.5 dB: above a floor of -144, below one of -120.
     EXPECT_EQ(delta_peak({1}, {0}), 20.0 * std::log10(1.0 / full_scale));
-    EXPECT_EQ(dB_delta_peak_container(std::vector{1}, std::vector{0}, full_scale, -120.0), -120.0);
-    EXPECT_EQ(dB_delta_peak_container(std::vector{1}, std::vector{0}, 10, -20.0), -20.0);
+    const Delta one{.peak = 1};
+    EXPECT_EQ(dB_delta_peak_container(one, full_scale, -120.0), -120.0);
+    EXPECT_EQ(dB_delta_peak_container(one, 10, -20.0), -20.0);
 }
 
 TEST(DeltaPeak, DifferencesWrap) {

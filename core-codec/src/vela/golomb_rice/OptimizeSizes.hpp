@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -10,7 +11,7 @@ namespace vela::golomb_rice {
 /// Index i costs k + 1 + i / 2^k bits: its k low bits, a terminating bit, and the rest in unary.
 class OptimizeSizes {
 public:
-    /// Parameters that may be chosen, both ends included.  REQUIRES max < 32.
+    /// Parameters that may be chosen, both ends included.  REQUIRES min <= max < 32.
     OptimizeSizes(unsigned min, unsigned max) : min_(min), max_(max) {}
 
     /// Takes how often each index occurs, by index, and gives the parameter and the bits of all
@@ -19,6 +20,12 @@ public:
     /// False, with the outputs untouched, if no total is below 2^32 - 1.
     [[nodiscard]] bool operator()(unsigned& k, std::uint32_t& total,
                                   std::span<const unsigned> sizes) const;
+
+    /// Bits that all indices take at least once up to `nr_merges` pairs of clusters were merged,
+    /// one after the other, and the clusters numbered by size again; `sizes` go from the largest
+    /// down.
+    [[nodiscard]] std::uint32_t floor_after_merges(std::span<const unsigned> sizes,
+                                                   std::size_t nr_merges) const;
 
 private:
     unsigned min_;

@@ -6,16 +6,42 @@
 
 namespace vela::mix {
 
+using numeric::wrap_add;
 using numeric::wrap_mul;
 using numeric::wrap_sub;
+
+namespace {
+
+// Both channels in one loop, so that compilers make several samples at a time.
+void mix_without_centers(std::span<int> out, Samples x, Samples y) {
+    const std::size_t size = x.size();
+    const auto odd = [&](std::size_t t) {
+        return wrap_add(mix2::prediction(x.data(), t), even(y[t]));
+    };
+    out[0] = wrap_add(even(x[0]), y[0]);
+    std::size_t t = 1;
+    for (; t + 2 < size; t += 2) {
+        out[t] = odd(t);
+        out[t + 1] = wrap_add(even(x[t + 1]), mix2::prediction(y.data(), t + 1));
+    }
+    if (t + 1 < size) {
+        out[t] = odd(t);
+        out[t + 1] = wrap_add(even(x[t + 1]), y[t + 1]);
+    } else {
+        out[t] = wrap_add(x[t], even(y[t]));
+    }
+}
+
+}  // namespace
 
 bool mix(std::span<int> seeds, std::span<int> out, std::span<const std::uint64_t> ixs,
          const Centers1& centers, Samples x, Samples y) {
     const std::size_t size = x.size();
     if (size < 4 || y.size() != size || out.size() != size || ixs.size() != size) return false;
     if (seeds.size() != 2) return false;
-    mix2::mix<0>(out, ixs, centers, x);
-    mix2::mix<1>(out, ixs, centers, y);
+    mix_without_centers(out, x, y);
+    for (std::size_t t = 1; t + 1 < size; ++t)
+        out[t] = wrap_add(out[t], centers[ixs[t]][0]);
 
     seeds[0] = wrap_sub(y[0], centers[ixs[0]][0]);
     // What is left is the prediction of x at 1.

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 #include <vela/golomb_rice/OptimizeSizes.hpp>
 
@@ -78,6 +81,49 @@ TEST(OptimizeSizes, CountsTheBitsThatTheIndicesTake) {
         ASSERT_TRUE(OptimizeSizes(1, 7)(k, total, sizes));
         EXPECT_EQ(k, best_k);
         EXPECT_EQ(total, best);
+    }
+}
+
+std::uint32_t total_of(const std::vector<unsigned>& sizes) {
+    unsigned k = 0;
+    std::uint32_t total = 0;
+    EXPECT_TRUE(OptimizeSizes(1, 7)(k, total, sizes));
+    return total;
+}
+
+TEST(OptimizeSizes, TheFloorLeavesOutAnIndexForEachMerge) {
+    const OptimizeSizes optimize(1, 7);
+    const std::vector<unsigned> sizes{9, 7, 5, 3, 3, 2, 1};
+    EXPECT_EQ(optimize.floor_after_merges(sizes, 0), total_of(sizes));
+    EXPECT_EQ(optimize.floor_after_merges(sizes, 1), total_of({16, 5, 3, 3, 2, 1}));
+    EXPECT_EQ(optimize.floor_after_merges(sizes, 4), total_of({27, 2, 1}));
+    EXPECT_EQ(optimize.floor_after_merges(sizes, 6), 60u) << "2 bits a sample, in one cluster";
+    EXPECT_EQ(optimize.floor_after_merges(sizes, 60), 60u);
+    EXPECT_EQ(optimize.floor_after_merges({}, 1), 0u);
+}
+
+// Whatever is merged: the search passes over counts of centers that the floor says are too many.
+TEST(OptimizeSizes, NoMergesGetBelowTheFloor) {
+    std::mt19937 engine(6);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<unsigned> sizes(2 + engine() % 150);
+        for (unsigned& size : sizes)
+            size = static_cast<unsigned>(1 + engine() % (1 + engine() % 60));
+        std::ranges::sort(sizes, std::greater());
+        std::vector<std::uint32_t> floors;
+        for (std::size_t n = 0; n < sizes.size(); ++n)
+            floors.push_back(OptimizeSizes(1, 7).floor_after_merges(sizes, n));
+        EXPECT_TRUE(std::ranges::is_sorted(floors, std::greater()));
+
+        const bool any_pair = round % 2 == 0;  // or the two last, which are the smallest
+        for (std::size_t n = 1; n < floors.size(); ++n) {
+            std::swap(sizes[any_pair ? engine() % sizes.size() : sizes.size() - 1], sizes.back());
+            const unsigned merged = sizes.back();
+            sizes.pop_back();
+            sizes[any_pair ? engine() % sizes.size() : sizes.size() - 1] += merged;
+            std::ranges::sort(sizes, std::greater());
+            ASSERT_LE(floors[n], total_of(sizes)) << n;
+        }
     }
 }
 

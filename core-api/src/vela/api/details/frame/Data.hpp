@@ -35,10 +35,15 @@ public:
     T* begin() {
         if (size_ == 0) return nullptr;
         if (!sole_owner_()) {
-            auto own = std::make_shared_for_overwrite<T[]>(size_);
-            std::copy_n(data(), size_, own.get());
-            data_ = std::move(own);
+            const auto shared = data_;
+            std::copy_n(shared.get(), size_, begin_anew());
         }
+        return data_.get();
+    }
+
+    /// Write access for who replaces all samples: shared ones are let go, not copied.
+    T* begin_anew() {
+        if (size_ != 0 && !sole_owner_()) data_ = std::make_shared_for_overwrite<T[]>(size_);
         return data_.get();
     }
 

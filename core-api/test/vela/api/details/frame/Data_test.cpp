@@ -45,6 +45,20 @@ TEST(Data, CopiesShareUntilOneIsWrittenTo) {
     EXPECT_EQ(c.data(), a.data());
 }
 
+TEST(Data, BegunAnewItKeepsOnlyABufferOfItsOwn) {
+    Ints a(2);
+    a.begin()[0] = 1;
+    const int* const buffer = a.data();
+    EXPECT_EQ(a.begin_anew(), buffer);
+
+    const Ints b = a;
+    std::fill_n(a.begin_anew(), 2, 7);
+    EXPECT_NE(a.data(), b.data());
+    EXPECT_EQ(a.data()[0], 7);
+    EXPECT_EQ(b.data()[0], 1);
+    EXPECT_EQ(Ints(0).begin_anew(), nullptr);
+}
+
 TEST(Data, TheLastOwnerWritesInPlace) {
     Ints a(2);
     const int* const buffer = a.data();

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 #include <vela/codec/v3/lib/encode/ClusterDeltas.hpp>
 #include <vela/codec/v3/lib/encode/gvm/Factory.hpp>
 #include <vela/golomb_rice/OptimizeSizes.hpp>
@@ -7,9 +8,12 @@ namespace vela::codec::v3::encode {
 
 namespace {
 
+const golomb_rice::OptimizeSizes optimize_sizes(1, 7);
+
 // Hidden bits of a block: line 0 stays empty at every sixteenth sample.
-std::uint32_t count_capacity(std::uint32_t nr_bitlines, std::uint32_t nr_samples) {
-    const std::uint32_t all = nr_bitlines * nr_samples;
+std::uint32_t count_capacity(const Group& group) {
+    const auto nr_samples = static_cast<std::uint32_t>(group.size());
+    const std::uint32_t all = group.nr_bitlines * nr_samples;
     return nr_samples == 0 ? all : all - (nr_samples - 1) / 16;
 }
 
@@ -25,8 +29,11 @@ public:
     bool operator()(std::uint32_t nr_centers) {
         ++group_.trace.learns;
         if (!learner_.learn(nr_centers, allow_merge_)) return false;
+        if (!learner_.measure_centers(group_)) return false;
+        if (is_still_too_big_(nr_centers)) return true;
         const bool computed = compute_fit_(fit, group_, sizes_, learner_);
         group_.trace.fit = static_cast<std::uint32_t>(fit);
+        if (fit == Fit::too_big) look_ahead_(nr_centers);
         return computed;
     }
 
@@ -36,10 +43,40 @@ public:
     Fit fit = Fit::none;
 
 private:
+    // The last attempt is always counted: its bits are told.
+    [[nodiscard]] bool is_still_too_big_(std::uint32_t nr_centers) const {
+        return nr_centers >= floor_until_ && nr_centers > group_.centers_min &&
+               is_too_big_with_(floor_);
+    }
+
+    [[nodiscard]] bool is_too_big_with_(std::uint32_t ixs_bits) const {
+        const std::uint32_t others = group_.budget.total() - group_.budget.ixs_bits;
+        return others + ixs_bits > count_capacity(group_);
+    }
+
+    // To count the bits of the indices takes longer than a merge.  So while much is missing they
+    // are counted once for several merges, as few as they may become by then.
+    void look_ahead_(std::uint32_t nr_centers) {
+        floor_until_ = nowhere_;
+        if (!allow_merge_ || sizes_.size() != nr_centers) return;  // what comes may be no merge
+        for (; nr_merges_ != 0; nr_merges_ /= 2) {
+            floor_ = optimize_sizes.floor_after_merges(sizes_, nr_merges_);
+            if (!is_too_big_with_(floor_)) continue;
+            floor_until_ = nr_centers - std::min(nr_centers, nr_merges_);
+            return;
+        }
+    }
+
+    static constexpr std::uint32_t nowhere_ = std::numeric_limits<std::uint32_t>::max();
+
     gvm::Interface& learner_;
     bool allow_merge_;
     Group& group_;
     std::vector<unsigned> sizes_;
+
+    std::uint32_t nr_merges_ = 16;          // to look ahead; fewer as they get too many
+    std::uint32_t floor_ = 0;               // bits of the indices, at least
+    std::uint32_t floor_until_ = nowhere_;  // the fewest centers that it holds for
 };
 
 ClusterDeltas::Code ClusterDeltas::operator()(Group& group) {
@@ -89,17 +126,16 @@ ClusterDeltas::Code ClusterDeltas::search_(Attempt& attempt, Group& group) {
 
 bool ClusterDeltas::compute_fit_(Fit& fit, Group& group, std::vector<unsigned>& sizes,
                                  const gvm::Interface& learner) {
-    if (!learner.measure_centers(group) || !learner.get_sizes(sizes)) return false;
-
     unsigned rice_k = 0;
-    if (!golomb_rice::OptimizeSizes(1, 7)(rice_k, group.budget.ixs_bits, sizes)) return false;
+    if (!learner.get_sizes(sizes)) return false;
+    if (!optimize_sizes(rice_k, group.budget.ixs_bits, sizes)) return false;
     group.record.ix_coding_flag = false;
     group.record.ix_coding_mode = 0;
     group.record.rice_k = static_cast<std::uint8_t>(rice_k);
 
     const auto n = static_cast<std::uint32_t>(group.size());
     const std::uint32_t need = group.budget.total();
-    const std::uint32_t capacity = count_capacity(group.nr_bitlines, n);
+    const std::uint32_t capacity = count_capacity(group);
     group.trace.need = need;
     group.trace.capacity = capacity;
 

@@ -1,12 +1,11 @@
 #include <cmath>
-#include <cstdint>
 #include <utility>
+#include <vela/audio/Delta.hpp>
 #include <vela/audio/Quality.hpp>
 #include <vela/audio/decibel.hpp>
 #include <vela/codec/v3/lib/encode/ComputeQuality.hpp>
 #include <vela/limiter/scaler.hpp>
 #include <vela/mix/unmix.hpp>
-#include <vela/numeric/wrap.hpp>
 #include <vela/pcm/scale.hpp>
 #include <vela/pcm/shift.hpp>
 
@@ -19,35 +18,9 @@ constexpr double floor_db = -144.0;
 constexpr double floor_mean_square = 3.9810717055349695e-15;  // of -144 dB
 constexpr double score_per_silent_bitline = 0.01;
 
-// Sum of the squared errors, added up in order and in double precision.  Where all of it stays
-// below 2^53 every partial sum is an integer that a double holds, so that integers give the same,
-// several at a time.
-double sum_of_squares(std::span<const int> orig, std::span<const int> rebuilt) {
-    constexpr std::uint64_t exact = std::uint64_t{1} << 53;
-    constexpr std::uint32_t largest = 1u << 20;  // 4096 squares of it stay below
-    std::uint64_t sum = 0;
-    std::uint32_t magnitudes = 0;
-    for (std::size_t i = 0; i < orig.size(); ++i) {
-        const auto error =
-            static_cast<std::uint32_t>(numeric::wrap_abs(numeric::wrap_sub(orig[i], rebuilt[i])));
-        magnitudes |= error;
-        sum += std::uint64_t{error} * error;
-    }
-    if (magnitudes < largest && orig.size() <= exact / largest / largest)
-        return static_cast<double>(sum);
-
-    double in_order = 0;
-    for (std::size_t i = 0; i < orig.size(); ++i) {
-        const double error = numeric::wrap_sub(orig[i], rebuilt[i]);
-        in_order += error * error;
-    }
-    return in_order;
-}
-
 // Mean square of the error, in dB of full scale.
-double error_db(std::span<const int> orig, std::span<const int> rebuilt) {
-    const double mean =
-        sum_of_squares(orig, rebuilt) / static_cast<double>(orig.size()) * 0x1p-23 * 0x1p-23;
+double error_db(const audio::Delta& delta, std::size_t size) {
+    const double mean = delta.sum_of_squares / static_cast<double>(size) * 0x1p-23 * 0x1p-23;
     return mean <= floor_mean_square ? floor_db : 10 * std::log10(mean);
 }
 
@@ -74,13 +47,13 @@ bool ComputeQuality::rebuild_(Frames& rebuilt, const Group& group) {
         case 1:
             break;
         case 2:
-            if (!mix::unmix(out[0].write(), out[1].write(), group.mix_seeds, group.mixed, group.ixs,
-                            group.centers_1d))
+            if (!mix::unmix(out[0].overwrite(), out[1].overwrite(), group.mix_seeds, group.mixed,
+                            group.ixs, group.centers_1d))
                 return false;
             break;
         case 3:
-            if (!mix::unmix(out[0].write(), out[1].write(), out[2].write(), group.mix_seeds,
-                            group.mixed, group.ixs, group.centers_2d))
+            if (!mix::unmix(out[0].overwrite(), out[1].overwrite(), out[2].overwrite(),
+                            group.mix_seeds, group.mixed, group.ixs, group.centers_2d))
                 return false;
             break;
         default:
@@ -112,9 +85,9 @@ bool ComputeQuality::measure_(Group& group, const Frames& rebuilt) {
         const Frame* const frame = rebuilt.find(group.origs[i].key);
         if (!frame || frame->size() != orig.size()) return false;
 
-        group.dbrms[i] = error_db(orig, frame->samples());
-        group.dbpeak[i] =
-            audio::dB_delta_peak_container(orig, frame->samples(), full_scale, floor_db);
+        const auto delta = audio::Delta::between(orig, frame->samples());
+        group.dbrms[i] = error_db(delta, orig.size());
+        group.dbpeak[i] = audio::dB_delta_peak_container(delta, full_scale, floor_db);
         quality.update_db(group.dbrms[i], group.dbpeak[i]);
         group.crest[i] = std::pow(10.0, (group.dbpeak[i] - group.dbrms[i]) / 20);
     }

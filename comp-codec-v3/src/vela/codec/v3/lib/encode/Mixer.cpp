@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <span>
 #include <vela/codec/v3/lib/encode/Mixer.hpp>
 #include <vela/mix/mix.hpp>
 
@@ -26,6 +26,14 @@ bool mix_channels(Group& group) {
     }
 }
 
+// All samples are looked at, since loops that may end early are not vectorised.
+bool overflows(std::span<const int> samples, unsigned nr_bits) {
+    int bits = 0;  // that are not as the sign
+    for (const int sample : samples)
+        bits |= sample ^ sample >> 31;
+    return bits >> (nr_bits - 1) != 0;
+}
+
 }  // namespace
 
 bool Mixer::operator()(Group& group) const {
@@ -33,9 +41,7 @@ bool Mixer::operator()(Group& group) const {
     if (group.rescaled.size() != group.active.size() || !mix_channels(group)) return false;
 
     if (group.nr_bitlines > 23) return false;
-    const int limit = 1 << (23 - group.nr_bitlines);
-    group.overflow = !std::ranges::all_of(
-        group.mixed, [=](int sample) { return -limit <= sample && sample < limit; });
+    group.overflow = overflows(group.mixed, 24 - group.nr_bitlines);
     return true;
 }
 

@@ -96,9 +96,8 @@ bool Rescaler::rescale_(Group& group, float factor) {
 
     group.rescaled.clear();
     for (const Frame& active : group.active) {
-        Frame frame(active.key, active.size());
-        frame.bit_depth = active.bit_depth;
-        const auto out = frame.write().begin();
+        Frame frame = active;
+        const auto out = frame.overwrite().begin();
         if (factor == 1.0f)
             std::ranges::transform(active.samples(), out, raise_to_32_bits);
         else

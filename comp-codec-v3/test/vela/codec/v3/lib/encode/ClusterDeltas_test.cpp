@@ -1,17 +1,22 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <vector>
 #include <vela/codec/v3/lib/encode/Chain.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
+#include <vela/codec/v3/lib/encode/gvm/Factory.hpp>
+#include <vela/golomb_rice/OptimizeSizes.hpp>
 
 namespace vela::codec::v3::encode {
 namespace {
 
 using Code = ClusterDeltas::Code;
 
-/// Two channels, up to their deltas.
-Group prepared(std::uint32_t b, std::size_t nr_samples = 512) {
-    Group group = group_of(b, {music(nr_samples, 1), music(nr_samples, 2)});
+/// Two channels, or three, up to their deltas.
+Group prepared(std::uint32_t b, std::size_t nr_samples = 512, std::size_t nr_channels = 2) {
+    Group group = group_of(b, {music(nr_samples, 1), music(nr_samples, 2), music(nr_samples, 3)});
+    group.origs.resize(nr_channels);
     Chain chain;
     EXPECT_TRUE(chain.detect_silence(group) && chain.rescaler(group) &&
                 chain.compute_deltas(group));
@@ -52,6 +57,46 @@ TEST(ClusterDeltas, ComesDownToTheFirstCountThatFits) {
     ASSERT_EQ(stage(more), Code::ok);
     EXPECT_FALSE(more.fits) << "one center more is one too many";
     EXPECT_GT(more.trace.need, more.trace.capacity);
+}
+
+// The first count, from `start` down, that fits with all bits counted.
+std::uint32_t plain_search(Group& group, std::uint32_t start, const ClusterDeltas::Settings& s) {
+    const auto nr_channels = static_cast<unsigned>(group.deltas.size() / group.size() + 1);
+    const auto learner = gvm::create(s.implementation, nr_channels, group.deltas, s.update_all,
+                                     s.force_origin_center, false);
+    const auto n = static_cast<std::uint32_t>(group.size());
+    for (std::uint32_t k = start; k > 0; --k) {
+        std::vector<unsigned> sizes;
+        unsigned rice_k = 0;
+        EXPECT_TRUE(learner->learn(k, s.allow_merge) && learner->measure_centers(group) &&
+                    learner->get_sizes(sizes) &&
+                    golomb_rice::OptimizeSizes(1, 7)(rice_k, group.budget.ixs_bits, sizes));
+        if (group.budget.total() <= group.nr_bitlines * n - (n - 1) / 16) return k;
+    }
+    return 0;
+}
+
+// Counts of centers that cannot fit are passed over without a look at the sizes.
+TEST(ClusterDeltas, FindsTheCountThatASearchWithAllBitsCountedFinds) {
+    for (const char* const name : {"fast", "ref"})
+        for (const bool allow_merge : {true, false})
+            for (const std::size_t nr_channels : {2u, 3u})
+                for (std::uint32_t b = 5; b <= 9; ++b) {
+                    ClusterDeltas stage;
+                    stage.settings.implementation = name;
+                    stage.settings.allow_merge = allow_merge;
+                    stage.settings.randomize_deltas = false;
+                    Group group = prepared(b, 160, nr_channels);
+                    Group twin = group;
+                    group.centers_start_2 = group.centers_start_3 = group.centers_max = 60;
+                    ASSERT_EQ(stage(group), Code::ok);
+                    const auto found = plain_search(twin, 60, stage.settings);
+                    SCOPED_TRACE(testing::Message() << name << allow_merge << nr_channels << b);
+                    EXPECT_EQ(group.fits, found != 0);
+                    EXPECT_EQ(group.trace.learns, 61 - std::max(found, 1u));
+                    EXPECT_EQ(group.budget.total(), twin.budget.total());
+                    EXPECT_EQ(group.trace.need, twin.budget.total());
+                }
 }
 
 TEST(ClusterDeltas, LittleRoomIsATenthOfABitPerSample) {
