@@ -53,18 +53,27 @@ bool unmix(std::span<int> y0, std::span<int> y1, std::span<const int> seeds, std
     // two anchors that follow each other, a sample waits for one subtraction instead of four.
     int anchor = wrap_sub(wrap_mul(2, seeds[1]), y0[0]);
     int sum = wrap_add(y1[1], anchor);
-    const auto step = [&](std::size_t t, int* anchored, int* other) {
+    const auto put = [&](std::size_t t, int* anchored, int* other) {
         anchored[t] = anchor;
         other[t] = wrap_sub(m[t], anchor);
+    };
+    const auto step = [&](std::size_t t, int* anchored, int* other) {
+        put(t, anchored, other);
         sum = wrap_sub(wrap_mul(2, wrap_sub(m[t], centers[ixs[t]][0])), sum);
         anchor = wrap_sub(sum, anchor);
     };
     std::size_t t = 2;
-    for (; t + 1 < size; t += 2) {
+    for (; t + 2 < size; t += 2) {
         step(t, y0.data(), y1.data());
         step(t + 1, y1.data(), y0.data());
     }
-    if (t < size) step(t, y0.data(), y1.data());
+    // The last sample has no center.
+    if (t + 1 < size) {
+        step(t, y0.data(), y1.data());
+        put(t + 1, y1.data(), y0.data());
+    } else {
+        put(t, y0.data(), y1.data());
+    }
     return true;
 }
 

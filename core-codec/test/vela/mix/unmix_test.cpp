@@ -189,6 +189,19 @@ TEST(Unmix, OfTwoTakesThreeSamplesThoughMixDoesNot) {
     EXPECT_EQ(y1, (Vector{2 + 5, 20 - 2, 30 - 2}));
 }
 
+// It is mixed without a center, so that its index may name none.
+TEST(Unmix, OfTwoDoesNotLookUpACenterForTheLastSample) {
+    for (const std::size_t size : {3u, 4u, 5u, 6u, 7u}) {
+        Vector m(size, 10), y0(size), y1(size), same0(size), same1(size);
+        Indices ixs(size, 0);
+        ASSERT_TRUE(unmix(y0, y1, Vector{1, 2}, m, ixs, Centers1{{3}}));
+        ixs.back() = ~std::uint64_t{0} >> 8;
+        ASSERT_TRUE(unmix(same0, same1, Vector{1, 2}, m, ixs, Centers1{{3}}));
+        EXPECT_EQ(same0, y0);
+        EXPECT_EQ(same1, y1);
+    }
+}
+
 TEST(Unmix, OfThreeTakesFiveSamplesThoughMixDoesNot) {
     Vector y0(5), y1(5), y2(5), seeds(5), m(5);
     const Centers2 centers{{1, 10}, {2, 20}};
