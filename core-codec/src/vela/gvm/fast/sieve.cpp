@@ -8,7 +8,7 @@ float slack(std::size_t nr_deltas, std::size_t axes, double largest) {
     const auto n = static_cast<double>(nr_deltas);
     if (n * largest >= 0x1p53) return std::numeric_limits<float>::infinity();
     return static_cast<float>(static_cast<double>(axes) * largest * largest *
-                              (68 * 0x1p-44 + 3 * n * 0x1p-48));
+                              (72 * 0x1p-44 + 3 * n * 0x1p-48));
 }
 
 template <>

@@ -17,7 +17,7 @@
 /// it takes less than 20 roundings, counting those inside the two remembered cluster costs, whose
 /// sums of squares drop out to the last bit.  So it is off by at most E = 32 u M = N A D^2 2^-48.
 /// A shadow of a mean, one of a delta and their difference are off by D 2^-24, D 2^-24 and
-/// 2 D 2^-24, so that the estimated distance is off by less than e, e^2 = A D^2 2^-42.  From
+/// 2 D 2^-24, so that the estimated distance is off by less than e, e^2 = A D^2 2^-44.  From
 /// |x + y|^2 <= (1 + 1/32) |x|^2 + 33 |y|^2 follows, in both directions, for w <= W:
 ///
 ///     estimate <= 1.032 cost + 34 W e^2        cost <= 1.032 estimate + 34 W e^2

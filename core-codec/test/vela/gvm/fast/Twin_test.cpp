@@ -168,6 +168,16 @@ TEST(FastLearnerTwin, EqualsThePlainOneOnTies) {
             }
 }
 
+// The last delta is looked at while there is one cluster alone.  By its turn that has grown, so
+// that its cost is more than the look allows for, and the new one beside it is a little nearer.
+TEST(FastLearnerTwin, EqualsThePlainOneWhereTheOnlyClusterHasGrownSinceTheLook) {
+    static_assert(sieve::batch == 4);
+    for (const unsigned k : {2, 3}) {
+        compare<1>(k, {0, 0, 0, 0, 0, 0, 2309, 1000});
+        compare<2>(k, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2309, 0, 1000, 0});
+    }
+}
+
 // The sieve has no numbers for that many positions, even where few of them fill.
 TEST(FastLearnerTwin, EqualsThePlainOneWithMoreClustersThanTheSieveCanName) {
     std::vector<int> values = audio_like_values(2 * (sieve::max_clusters + 50), 4, 9000000);

@@ -59,13 +59,13 @@ TEST(ClusterDeltas, ComesDownToTheFirstCountThatFits) {
     EXPECT_GT(more.trace.need, more.trace.capacity);
 }
 
-// The first count, from `start` down, that fits with all bits counted.
+// The first count, from `start` down to the fewest, that fits with all bits counted.
 std::uint32_t plain_search(Group& group, std::uint32_t start, const ClusterDeltas::Settings& s) {
     const auto nr_channels = static_cast<unsigned>(group.deltas.size() / group.size() + 1);
     const auto learner = gvm::create(s.implementation, nr_channels, group.deltas, s.update_all,
                                      s.force_origin_center, false);
     const auto n = static_cast<std::uint32_t>(group.size());
-    for (std::uint32_t k = start; k > 0; --k) {
+    for (std::uint32_t k = start; k >= group.centers_min; --k) {
         std::vector<unsigned> sizes;
         unsigned rice_k = 0;
         EXPECT_TRUE(learner->learn(k, s.allow_merge) && learner->measure_centers(group) &&
@@ -76,27 +76,72 @@ std::uint32_t plain_search(Group& group, std::uint32_t start, const ClusterDelta
     return 0;
 }
 
+void expect_the_count_of_a_plain_search(const Group& of, const ClusterDeltas::Settings& settings) {
+    constexpr std::uint32_t start = 60;
+    SCOPED_TRACE(testing::Message()
+                 << settings.implementation << settings.allow_merge << settings.update_all
+                 << settings.force_origin_center << ", " << of.deltas.size() << " deltas, "
+                 << of.nr_bitlines << " bit-lines, from " << of.centers_min);
+    ClusterDeltas stage;
+    stage.settings = settings;
+    Group group = of;
+    Group twin = of;
+    group.centers_start_2 = group.centers_start_3 = group.centers_max = start;
+    ASSERT_EQ(stage(group), Code::ok);
+    const auto found = plain_search(twin, start, settings);
+    EXPECT_EQ(group.fits, found != 0);
+    EXPECT_EQ(group.trace.learns, start + 1 - std::max(found, of.centers_min));
+    EXPECT_EQ(group.budget.total(), twin.budget.total());
+    EXPECT_EQ(group.trace.need, twin.budget.total());
+}
+
 // Counts of centers that cannot fit are passed over without a look at the sizes.
 TEST(ClusterDeltas, FindsTheCountThatASearchWithAllBitsCountedFinds) {
     for (const char* const name : {"fast", "ref"})
         for (const bool allow_merge : {true, false})
             for (const std::size_t nr_channels : {2u, 3u})
-                for (std::uint32_t b = 5; b <= 9; ++b) {
-                    ClusterDeltas stage;
-                    stage.settings.implementation = name;
-                    stage.settings.allow_merge = allow_merge;
-                    stage.settings.randomize_deltas = false;
-                    Group group = prepared(b, 160, nr_channels);
-                    Group twin = group;
-                    group.centers_start_2 = group.centers_start_3 = group.centers_max = 60;
-                    ASSERT_EQ(stage(group), Code::ok);
-                    const auto found = plain_search(twin, 60, stage.settings);
-                    SCOPED_TRACE(testing::Message() << name << allow_merge << nr_channels << b);
-                    EXPECT_EQ(group.fits, found != 0);
-                    EXPECT_EQ(group.trace.learns, 61 - std::max(found, 1u));
-                    EXPECT_EQ(group.budget.total(), twin.budget.total());
-                    EXPECT_EQ(group.trace.need, twin.budget.total());
-                }
+                for (std::uint32_t b = 5; b <= 9; ++b)
+                    expect_the_count_of_a_plain_search(prepared(b, 160, nr_channels),
+                                                       {.allow_merge = allow_merge,
+                                                        .randomize_deltas = false,
+                                                        .implementation = name});
+}
+
+// The fewest allowed is counted even where it cannot fit, since its bits are told.
+TEST(ClusterDeltas, FindsThatCountWithOtherSettingsToo) {
+    for (const bool update_all : {false, true})
+        for (const bool force_origin : {false, true})
+            for (const std::size_t nr_channels : {2u, 3u})
+                for (std::uint32_t b = 4; b <= 9; ++b)
+                    for (const std::uint32_t fewest : {1u, 2u, 30u, 53u, 59u}) {
+                        Group group = prepared(b, 160, nr_channels);
+                        group.centers_min = fewest;
+                        expect_the_count_of_a_plain_search(group,
+                                                           {.update_all = update_all,
+                                                            .force_origin_center = force_origin,
+                                                            .randomize_deltas = false});
+                    }
+}
+
+// Clusters that are learnt afresh may take fewer bits than any merges leave.
+TEST(ClusterDeltas, FindsThatCountWhereEachIsLearntAfresh) {
+    for (const std::size_t nr_channels : {2u, 3u}) {
+        Group group = prepared(7, 100, nr_channels);
+        for (int i = 0; i < 60; ++i, group.budget.instruction_bits += 5)
+            expect_the_count_of_a_plain_search(group,
+                                               {.allow_merge = false, .randomize_deltas = false});
+    }
+}
+
+// Clusters are fewer than asked for, so that what comes next is no merge.
+TEST(ClusterDeltas, FindsThatCountAmongFewerDeltasThanClusters) {
+    for (const bool allow_merge : {true, false})
+        for (const std::size_t nr_channels : {2u, 3u})
+            for (const std::size_t nr_samples : {6u, 17u, 40u, 59u})
+                for (const std::uint32_t b : {5u, 8u, 12u})
+                    expect_the_count_of_a_plain_search(
+                        prepared(b, nr_samples, nr_channels),
+                        {.allow_merge = allow_merge, .randomize_deltas = false});
 }
 
 TEST(ClusterDeltas, LittleRoomIsATenthOfABitPerSample) {

@@ -172,6 +172,17 @@ TEST(EncoderThreads, OneFailedCandidateFailsTheFrame) {
     }
 }
 
+// The winner of a carrier may be serialised while others are still looked for: a refusal counts.
+TEST(EncoderThreads, ARecordThatIsRefusedFailsTheFrame) {
+    for (const unsigned nr_threads : {0u, 1u, 2u, 16u}) {
+        const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+        ASSERT_TRUE(encoder->set_room_type(api::RoomType(4)));
+        Frames out;
+        EXPECT_FALSE(encoder->encode_one(out, frames_of(lcr)));
+        EXPECT_TRUE(out.empty());
+    }
+}
+
 // They are woken before it is known whether there will be candidates.
 TEST(EncoderThreads, GoBackToSleepWhenAFrameCannotBegin) {
     for (const unsigned nr_threads : {0u, 2u, 16u}) {
