@@ -46,16 +46,23 @@ private:
         return static_cast<std::uint64_t>(count) << 32;
     }
 
+    [[nodiscard]] std::size_t stamp_(Position c) const { return keys_[c] & 0xffffffff; }
+
     template <typename Put>
-    void place_(std::size_t nr_clusters, Put put) const;
+    void place_(std::span<const Position> positions, Put put) const;
+    void sort_by_stamp_(std::size_t nr_clusters) const;
 
     std::vector<std::uint64_t> keys_;
+    std::vector<Position> positions_;  // 0, 1, 2, ...
     std::uint64_t behind_ = middle_;
     std::uint64_t before_ = middle_;
 
     // Made when they are asked for.
     mutable bool sorted_ = false;
     mutable std::vector<Position> order_;
+    mutable std::vector<Position> by_stamp_;
+    mutable std::vector<std::uint64_t> is_borne_;     // a bit for each stamp, from the foremost on
+    mutable std::vector<Position> bearer_;            // of each stamp
     mutable std::vector<unsigned> nr_of_size_ = {0};  // all 0 between calls
 };
 

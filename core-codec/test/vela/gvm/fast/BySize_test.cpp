@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <random>
 #include <vector>
 #include <vela/gvm/fast/BySize.hpp>
 
@@ -51,6 +54,30 @@ TEST(FastBySize, BeforeTellsTheOrderOfTwo) {
     EXPECT_TRUE(by_size.before(0, 1));
     EXPECT_FALSE(by_size.before(1, 0));
     EXPECT_FALSE(by_size.before(1, 1));
+}
+
+TEST(FastBySize, TheOrderIsThatOfAllPairs) {
+    std::mt19937 engine(4);
+    for (const std::size_t nr_clusters : {1, 2, 63, 64, 150}) {
+        BySize by_size;
+        by_size.reset(nr_clusters, 2000);
+        std::vector<int> sizes(nr_clusters, 0);
+        for (unsigned change = 0; change < 2000; ++change) {
+            const std::size_t c = change < nr_clusters ? change : engine() % nr_clusters;
+            const bool shrinks = sizes[c] != 0 && engine() % 10 == 0;
+            sizes[c] = shrinks ? 1 : sizes[c] + 1;
+            if (shrinks)
+                by_size.shrink_to_one(static_cast<Position>(c));
+            else
+                by_size.grow(static_cast<Position>(c), sizes[c]);
+            if (change % 97 != 0 || change < nr_clusters) continue;
+            Positions expected(nr_clusters);
+            std::iota(expected.begin(), expected.end(), Position{0});
+            std::ranges::sort(expected,
+                              [&](Position a, Position b) { return by_size.before(a, b); });
+            EXPECT_EQ(order_of(by_size, nr_clusters), expected);
+        }
+    }
 }
 
 TEST(FastBySize, SizesAreDescendingHoweverOftenTheyAreAskedFor) {
