@@ -123,16 +123,6 @@ TEST(ClusterDeltas, FindsThatCountWithOtherSettingsToo) {
                     }
 }
 
-// Clusters that are learnt afresh may take fewer bits than any merges leave.
-TEST(ClusterDeltas, FindsThatCountWhereEachIsLearntAfresh) {
-    for (const std::size_t nr_channels : {2u, 3u}) {
-        Group group = prepared(7, 100, nr_channels);
-        for (int i = 0; i < 60; ++i, group.budget.instruction_bits += 5)
-            expect_the_count_of_a_plain_search(group,
-                                               {.allow_merge = false, .randomize_deltas = false});
-    }
-}
-
 // Clusters are fewer than asked for, so that what comes next is no merge.
 TEST(ClusterDeltas, FindsThatCountAmongFewerDeltasThanClusters) {
     for (const bool allow_merge : {true, false})
