@@ -193,8 +193,8 @@ bool Encoder::encode_one(Frames& out, const Frames& in) {
 bool Encoder::encode_one_() {
     // Other threads are woken first: until they run, there are candidates for them.
     Search search;
-    const OnRAII stop([&] { stop_helpers_(search); });
-    if (!start_helpers_(search)) return false;
+    const OnRAII stop([&] { stop_threads_(search); });
+    if (!start_threads_(search)) return false;
 
     if (!downmix_()) return false;
     if (!select_loudness_(span_)) return false;

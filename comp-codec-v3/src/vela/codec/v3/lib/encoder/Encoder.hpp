@@ -85,8 +85,8 @@ private:
     void update_cyclers_();
 
     // The candidates of a frame.
-    bool start_helpers_(Search& search);
-    void stop_helpers_(Search& search);
+    bool start_threads_(Search& search);
+    void stop_threads_(Search& search);
     bool queue_candidates_(CandidateQueue& queue);
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,

@@ -46,7 +46,7 @@ bool Encoder::process_groups_(Search& search) {
     return search.nr_failures == 0 && finish_frame_();
 }
 
-bool Encoder::start_helpers_(Search& search) {
+bool Encoder::start_threads_(Search& search) {
     const auto help = [this, &search] {
         work_(search, First::single);
         return false;
@@ -54,8 +54,8 @@ bool Encoder::start_helpers_(Search& search) {
     return nr_at_once_ <= 1 || pool_.start(help, nr_at_once_ - 1);
 }
 
-// On every way out of a frame: what the helpers work on ends with it.
-void Encoder::stop_helpers_(Search& search) {
+// On every way out of a frame: what the other threads work on ends with it.
+void Encoder::stop_threads_(Search& search) {
     search.queue.open();
     pool_.stop();
 }
