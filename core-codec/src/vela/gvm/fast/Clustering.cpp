@@ -54,10 +54,14 @@ bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t 
     for (std::size_t i = 0; i < size; ++i) {
         const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(first + i));
         typename Cluster::Vector vector;
-        std::copy(element.begin(), element.end(), vector.begin());
+        for (std::size_t axis = 0; axis < N; ++axis) {
+            vector[axis] = element[axis];
+            batch_.delta[axis][i] = static_cast<float>(element[axis]);
+        }
         deltas[i] = {Cluster::alone(vector), first + i, i};
     }
-    look_at_(range, first, size);
+    sieve_.nearest(batch_, storage_.shadows(), nr_clusters_, slack_);
+    overtaken_.fill(0);
     for (std::size_t i = 0; i < size; ++i) {
         const Delta& delta = deltas[i];
         const bool good = nr_clusters_ == 0   ? process_first_(delta, membership)
@@ -66,17 +70,6 @@ bool Clustering<T, N>::process_batch_(const Range<Iterator>& range, std::size_t 
         if (!good) return false;
     }
     return true;
-}
-
-template <typename T, std::size_t N>
-void Clustering<T, N>::look_at_(const Range<Iterator>& range, std::size_t first, std::size_t size) {
-    for (std::size_t i = 0; i < size; ++i) {
-        const auto element = *(range.begin() + static_cast<std::ptrdiff_t>(first + i));
-        for (std::size_t axis = 0; axis < N; ++axis)
-            batch_.delta[axis][i] = static_cast<float>(element[axis]);
-    }
-    sieve_.nearest(batch_, storage_.shadows(), nr_clusters_, slack_);
-    overtaken_.fill(0);
 }
 
 /// The deltas to which the cluster has come to matter, or did before, have to look again.

@@ -91,7 +91,6 @@ private:
     [[nodiscard]] bool process_next_(const Delta& delta, Membership& membership);
     [[nodiscard]] bool add_to_(const Nearest& nearest, const Delta& delta, Membership& membership);
 
-    void look_at_(const Range<Iterator>& range, std::size_t first, std::size_t size);
     void note_change_(Position c);
     [[nodiscard]] Nearest find_nearest_(const Delta& delta);
     [[nodiscard]] Nearest find_nearest_of_all_(const Delta& delta);

@@ -21,7 +21,7 @@ namespace vela::codec::v3::encoder {
 ///
 /// The score of a carrier's third candidate mostly tells that the others cannot win.  So these wait
 /// until none of their carrier is at work, and whoever was at work on it takes them up: with two
-/// threads, of 18 candidates that were tried in a frame one had been begun in vain, as its last.
+/// threads, of 17 candidates that were tried in a frame one had been begun in vain, as its last.
 ///
 /// Threads:  one pushes and opens; any number may pop, as long as what they got goes before the
 /// queue does.
