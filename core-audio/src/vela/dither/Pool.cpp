@@ -1,8 +1,8 @@
 #include <chrono>
 #include <cstddef>
+#include <random>
 #include <vela/dither/Pool.hpp>
 #include <vela/numeric/wrap.hpp>
-#include <vela/permutation/draw_uniform.hpp>
 
 namespace vela::dither {
 
@@ -13,12 +13,14 @@ std::uint32_t clock_seed() {
     return static_cast<std::uint32_t>(now.count());
 }
 
-// Away from zero the sum saturates; both tests as selects, so that the loop has no branches.
+// Away from zero the sum saturates.  Below it both sides are complemented instead of compared the
+// other way round, so that the loop has one comparison and no branches.
 int add_noise(int x, int noise, int min, int max) {
-    int sum = numeric::wrap_add(x, noise);
-    if (x > 0 && numeric::wrap_sub(max, x) < noise) sum = max;
-    if (x < 0 && numeric::wrap_sub(min, x) > noise) sum = min;
-    return sum;
+    const int sign = x >> 31;
+    const int full_scale = x < 0 ? min : max;
+    const int room = numeric::wrap_sub(full_scale, x);
+    const bool leaves = x != 0 && (noise ^ sign) > (room ^ sign);
+    return leaves ? full_scale : numeric::wrap_add(x, noise);
 }
 
 }  // namespace
@@ -33,12 +35,10 @@ Pool::Pool(unsigned bits, int mean, unsigned long width, unsigned long size)
 }
 
 void Pool::generate_pool_(unsigned bits) {
-    const auto draw = [&] {
-        return static_cast<int>(permutation::draw_uniform(rng_, 0, std::uint64_t{1} << bits));
-    };
+    std::uniform_int_distribution draw(0, 1 << bits);
     for (int& noise : rnds_) {
-        const int u = draw();
-        const int v = draw();
+        const int u = draw(rng_);
+        const int v = draw(rng_);
         noise = numeric::wrap_add(mean_, u - v);
     }
 }
@@ -49,7 +49,7 @@ std::uint32_t Pool::generate_offset_in_rnds_(unsigned long count, unsigned long 
     const auto last = static_cast<std::uint32_t>(rnds_.size() - count - 1 - stride_);
     const auto fitting = static_cast<std::uint32_t>(rnds_.size() - count + 1);
     const std::lock_guard lock(mutex_);
-    const auto drawn = static_cast<std::uint32_t>(permutation::draw_uniform(rng_, 0, last));
+    const auto drawn = std::uniform_int_distribution<std::uint32_t>(0, last)(rng_);
     return (drawn + static_cast<std::uint32_t>(offset % stride_)) % fitting;
 }
 

@@ -65,12 +65,12 @@ int scale_to_32_bits(int x, std::int64_t factor_39) {
 }
 
 // The same for a factor of 1, as mostly, several samples at a time.  Of the product 64 bits are
-// left, and so the low 25 of the sample.
+// left, and so the low 25 of the sample; it saturates where these need more than 24.
 int raise_to_32_bits(int sample) {
-    constexpr int top = 0x7FFFFF;
-    const int x = static_cast<int>(static_cast<std::uint32_t>(sample) << 7) >> 7;
-    const auto raised = static_cast<std::uint32_t>(std::clamp(x, -top - 1, top)) << headroom_bits;
-    return x > top ? INT32_MAX : static_cast<int>(raised);
+    const std::uint32_t doubled = static_cast<std::uint32_t>(sample) << (headroom_bits - 1);
+    const std::uint32_t raised = doubled << 1;
+    const bool fits = static_cast<int>(doubled ^ raised) >= 0;
+    return fits ? static_cast<int>(raised) : INT32_MAX ^ (static_cast<int>(doubled) >> 31);
 }
 
 }  // namespace
