@@ -70,6 +70,17 @@ function(vela_module name)
   endif()
 endfunction()
 
+# vela_sse2_test(MODULE FILTER): the module's tests of that gtest filter once more, as on a machine
+# that has no newer set: elsewhere nothing else puts to the test what such a machine runs.
+function(vela_sse2_test name filter)
+  if(NOT TARGET ${name}-test OR NOT VELA_TEST_SWITCHES OR VELA_SANITIZE)
+    return()
+  endif()
+  add_test(NAME ${name}.sse2 COMMAND ${name}-test --gtest_filter=${filter} --gtest_brief=1)
+  set_tests_properties(${name}.sse2 PROPERTIES
+    LABELS ${name} ENVIRONMENT VELA_INSTRUCTION_SET=sse2)
+endfunction()
+
 # vela_threads_test(MODULE FILTER): the module's tests of that gtest filter as a CTest of its own with
 # the label "threads"; the target threads-tests builds all that these need.  With 16 processors given
 # out, as many threads are at work at once on any machine.

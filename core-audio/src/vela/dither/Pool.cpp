@@ -3,6 +3,7 @@
 #include <random>
 #include <vela/dither/Pool.hpp>
 #include <vela/numeric/wrap.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::dither {
 
@@ -21,6 +22,11 @@ int add_noise(int x, int noise, int min, int max) {
     const int room = numeric::wrap_sub(full_scale, x);
     const bool leaves = x != 0 && (noise ^ sign) > (room ^ sign);
     return leaves ? full_scale : numeric::wrap_add(x, noise);
+}
+
+void add_noises(Range<int*> samples, const int* noise, int min, int max) {
+    for (int& x : samples)
+        x = add_noise(x, *noise++, min, max);
 }
 
 }  // namespace
@@ -57,9 +63,7 @@ bool Pool::operator()(Range<int*> samples, unsigned long offset) const {
     const std::size_t count = samples.size();
     if (count > rnds_.size()) return false;
     const int* const noise = rnds_.data() + generate_offset_in_rnds_(count, offset);
-    int* const x = samples.begin();
-    for (std::size_t i = 0; i < count; ++i)
-        x[i] = add_noise(x[i], noise[i], min_, max_);
+    simd::widest<add_noises>(samples, noise, min_, max_);
     return true;
 }
 

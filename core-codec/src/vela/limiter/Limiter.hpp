@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frame.hpp>
 #include <vela/limiter/LinearScaler.hpp>
 #include <vela/limiter/ReturnCode.hpp>
 #include <vela/numeric/wrap.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::limiter {
 
@@ -51,15 +53,16 @@ private:
     template <typename... Others>
     static ReturnCode compute_max_(T& max, const Frame& first, const Others&... others) {
         if (((others.size() != first.size()) || ...)) return ReturnCode::lengths_differ;
-        max = largest_(first.size(), first.samples().data(), others.samples().data()...);
+        max = simd::widest<largest_<decltype(others.samples())...>>(first.samples(),
+                                                                    others.samples()...);
         return ReturnCode::nothing;
     }
 
     /// Starts from 0, so that a sum without a magnitude (the smallest integer) never counts.
     template <typename... Others>
-    static T largest_(std::size_t size, const T* first, const Others*... others) {
+    static T largest_(std::span<const T> first, Others... others) {
         T max = 0;
-        for (std::size_t t = 0; t < size; ++t) {
+        for (std::size_t t = 0; t < first.size(); ++t) {
             T sum = first[t];
             ((sum = numeric::wrap_add(sum, others[t])), ...);
             max = std::max(max, numeric::wrap_abs(sum));

@@ -2,16 +2,18 @@
 #include <vela/mix/mix2.hpp>
 #include <vela/mix/mix3.hpp>
 #include <vela/numeric/wrap.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::mix {
 
-bool deltas(std::span<int> d, Samples x, Samples y) {
+namespace {
+
+// Both channels in one loop, so that compilers make several at a time.
+void fill(std::span<int> d, Samples x, Samples y) {
     const std::size_t size = x.size();
-    if (size < 4 || y.size() != size || d.size() != size) return false;
     const auto residual = [](Samples of, std::size_t t) {
         return numeric::wrap_sub(of[t], mix2::prediction(of.data(), t));
     };
-    // Both channels in one loop, so that compilers make several at a time.
     d[0] = 0;
     std::size_t t = 1;
     for (; t + 2 < size; t += 2) {
@@ -20,6 +22,14 @@ bool deltas(std::span<int> d, Samples x, Samples y) {
     }
     if (t + 1 < size) d[t] = residual(x, t);
     d[size - 1] = 0;
+}
+
+}  // namespace
+
+bool deltas(std::span<int> d, Samples x, Samples y) {
+    const std::size_t size = x.size();
+    if (size < 4 || y.size() != size || d.size() != size) return false;
+    simd::widest<fill>(d, x, y);
     return true;
 }
 

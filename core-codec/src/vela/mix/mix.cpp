@@ -3,6 +3,7 @@
 #include <vela/mix/mix3.hpp>
 #include <vela/mix/rounding.hpp>
 #include <vela/numeric/wrap.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::mix {
 
@@ -39,7 +40,7 @@ bool mix(std::span<int> seeds, std::span<int> out, std::span<const std::uint64_t
     const std::size_t size = x.size();
     if (size < 4 || y.size() != size || out.size() != size || ixs.size() != size) return false;
     if (seeds.size() != 2) return false;
-    mix_without_centers(out, x, y);
+    simd::widest<mix_without_centers>(out, x, y);
     for (std::size_t t = 1; t + 1 < size; ++t)
         out[t] = wrap_add(out[t], centers[ixs[t]][0]);
 

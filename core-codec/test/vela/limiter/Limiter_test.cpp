@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 #include <vela/limiter/Limiter.hpp>
@@ -61,7 +62,7 @@ TEST(Limiter, FindsTheGainThatThreeChannelsNeed) {
 
 TEST(Limiter, FindsTheGainThatTwoChannelsNeed) {
     for (const Case& c : cases) {
-        if (c.c != Vector(c.c.size(), 0)) continue;
+        if (std::ranges::any_of(c.c, [](int x) { return x != 0; })) continue;
         SCOPED_TRACE(c.name);
         Limiter24 limiter(24, threshold);
         EXPECT_EQ(limiter.analyse(frame(c.a), frame(c.b)), c.code);

@@ -1,4 +1,5 @@
 #include <vela/permutation/MersenneTwister.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::permutation {
 
@@ -20,6 +21,22 @@ constexpr std::uint32_t temper(std::uint32_t word) {
     return word ^ (word >> 18);
 }
 
+// The other word lies ahead, still of the last block, or 227 behind and already of this one: far
+// enough for whole registers, once the loop is cut where that changes.
+void make_states(std::uint32_t* state) {
+    constexpr std::size_t behind = size - offset;
+    for (std::size_t i = 0; i < behind; ++i)
+        state[i] = twist(state[i], state[i + 1], state[i + offset]);
+    for (std::size_t i = behind; i < size - 1; ++i)
+        state[i] = twist(state[i], state[i + 1], state[i - behind]);
+    state[size - 1] = twist(state[size - 1], state[0], state[offset - 1]);
+}
+
+void make_outputs(std::uint32_t* outputs, const std::uint32_t* state) {
+    for (std::size_t i = 0; i < size; ++i)
+        outputs[i] = temper(state[i]);
+}
+
 }  // namespace
 
 MersenneTwister::MersenneTwister(std::uint32_t seed) {
@@ -28,18 +45,9 @@ MersenneTwister::MersenneTwister(std::uint32_t seed) {
         state_[i] = 1812433253u * (state_[i - 1] ^ (state_[i - 1] >> 30)) + i;
 }
 
-// The other word lies ahead, still of the last block, or 227 behind and already of this one: far
-// enough for whole registers, once the loop is cut where that changes.
 void MersenneTwister::make_block_() {
-    constexpr std::size_t behind = size - offset;
-    for (std::size_t i = 0; i < behind; ++i)
-        state_[i] = twist(state_[i], state_[i + 1], state_[i + offset]);
-    for (std::size_t i = behind; i < size - 1; ++i)
-        state_[i] = twist(state_[i], state_[i + 1], state_[i - behind]);
-    state_[size - 1] = twist(state_[size - 1], state_[0], state_[offset - 1]);
-
-    for (std::size_t i = 0; i < size; ++i)
-        outputs_[i] = temper(state_[i]);
+    simd::widest<make_states>(state_.data());
+    simd::widest<make_outputs>(outputs_.data(), state_.data());
     next_ = 0;
 }
 

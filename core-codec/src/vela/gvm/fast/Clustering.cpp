@@ -1,13 +1,14 @@
 #include <algorithm>
 #include <limits>
 #include <vela/gvm/fast/Clustering.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::gvm::fast {
 
 namespace {
 
 template <std::size_t N>
-double largest_magnitude(const Range<segment::Iterator<N, int>>& range) {
+double largest_magnitude(Range<segment::Iterator<N, int>> range) {
     int lowest = 0;
     int highest = 0;
     for (std::size_t i = 0; i < range.size(); ++i)
@@ -29,7 +30,7 @@ void Clustering<T, N>::reset_(const Range<Iterator>& range, std::size_t capacity
     update_all_after_insert_ = update_all_after_insert;
     slack_ = capacity > sieve::max_clusters
                  ? std::numeric_limits<float>::infinity()
-                 : sieve::slack(range.size(), N, largest_magnitude<N>(range));
+                 : sieve::slack(range.size(), N, simd::widest<largest_magnitude<N>>(range));
     storage_.reset(capacity, range.size());
     by_size_.reset(capacity, range.size());
     merges_.reset(capacity, slack_);

@@ -2,9 +2,23 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <vela/gvm/fast/Storage.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::gvm::fast {
+
+namespace {
+
+// Magnitudes are ordered like the bits of them, and integers are compared several at a time.
+float largest_of(std::span<const float> values) {
+    std::int32_t largest = 0;
+    for (const float value : values)
+        largest = std::max(largest, std::bit_cast<std::int32_t>(std::abs(value)));
+    return std::bit_cast<float>(largest);
+}
+
+}  // namespace
 
 template <typename T, std::size_t N>
 void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
@@ -19,14 +33,12 @@ void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
         inverses_.push_back(1 / static_cast<T>(n));
 }
 
-/// Magnitudes are ordered like the bits of them, and integers are compared several at a time.
 template <typename T, std::size_t N>
 float Storage<T, N>::largest_mean(std::size_t size) const {
-    std::int32_t largest = 0;
+    float largest = 0;
     for (const std::vector<float>& column : mean_)
-        for (std::size_t at = 0; at < size; ++at)
-            largest = std::max(largest, std::bit_cast<std::int32_t>(std::abs(column[at])));
-    return std::bit_cast<float>(largest);
+        largest = std::max(largest, simd::widest<largest_of>(std::span(column).first(size)));
+    return largest;
 }
 
 template class Storage<double, 1>;

@@ -1,8 +1,11 @@
 #include <limits>
-#include <vela/gvm/fast/InstructionSet.hpp>
 #include <vela/gvm/fast/sieve_sets.hpp>
+#include <vela/simd/InstructionSet.hpp>
 
 namespace vela::gvm::fast::sieve {
+
+using simd::instruction_set;
+using simd::InstructionSet;
 
 float slack(std::size_t nr_deltas, std::size_t axes, double largest) {
     const auto n = static_cast<double>(nr_deltas);

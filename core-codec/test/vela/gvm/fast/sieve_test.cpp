@@ -6,9 +6,9 @@
 #include <random>
 #include <string>
 #include <vector>
-#include <vela/gvm/fast/InstructionSet.hpp>
 #include <vela/gvm/fast/Storage.hpp>
 #include <vela/gvm/fast/sieve_sets.hpp>
+#include <vela/simd/InstructionSet.hpp>
 
 namespace vela::gvm::fast::sieve {
 namespace {
@@ -72,7 +72,7 @@ void expect_contains(const List& list, const List& wanted) {
 class InstructionSets : public testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
-        if (!machine_has(GetParam())) GTEST_SKIP() << "this machine has no " << GetParam();
+        if (!simd::machine_has(GetParam())) GTEST_SKIP() << "this machine has no " << GetParam();
     }
 
     template <std::size_t N>

@@ -4,6 +4,7 @@
 #include <vela/limiter/Limiter.hpp>
 #include <vela/limiter/scaler.hpp>
 #include <vela/pcm/shift.hpp>
+#include <vela/simd/widest.hpp>
 
 namespace vela::codec::v3::encode {
 
@@ -73,6 +74,10 @@ int raise_to_32_bits(int sample) {
     return fits ? static_cast<int>(raised) : INT32_MAX ^ (static_cast<int>(doubled) >> 31);
 }
 
+void raise_all(std::span<int> out, std::span<const int> samples) {
+    std::ranges::transform(samples, out.begin(), raise_to_32_bits);
+}
+
 }  // namespace
 
 bool Rescaler::operator()(Group& group) {
@@ -97,11 +102,11 @@ bool Rescaler::rescale_(Group& group, float factor) {
     group.rescaled.clear();
     for (const Frame& active : group.active) {
         Frame frame = active;
-        const auto out = frame.overwrite().begin();
+        const auto out = frame.overwrite();
         if (factor == 1.0f)
-            std::ranges::transform(active.samples(), out, raise_to_32_bits);
+            simd::widest<raise_all>(out, active.samples());
         else
-            std::ranges::transform(active.samples(), out,
+            std::ranges::transform(active.samples(), out.begin(),
                                    [=](int x) { return scale_to_32_bits(x, factor_39); });
         if (dithered && !(*pool)(frame.write_range(), 0)) return false;
         if (!pcm::shift_right(shift, frame.write_range())) return false;

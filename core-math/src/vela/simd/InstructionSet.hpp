@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace vela::gvm::fast {
+namespace vela::simd {
 
 enum class InstructionSet { sse2, avx2, avx512 };
 
@@ -17,4 +17,4 @@ enum class InstructionSet { sse2, avx2, avx512 };
 /// otherwise test or time another one without knowing.
 [[nodiscard]] InstructionSet instruction_set();
 
-}  // namespace vela::gvm::fast
+}  // namespace vela::simd

@@ -1,9 +1,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <vela/gvm/fast/InstructionSet.hpp>
+#include <vela/simd/InstructionSet.hpp>
 
-namespace vela::gvm::fast {
+namespace vela::simd {
 
 namespace {
 
@@ -48,4 +48,4 @@ InstructionSet instruction_set() {
     return set;
 }
 
-}  // namespace vela::gvm::fast
+}  // namespace vela::simd

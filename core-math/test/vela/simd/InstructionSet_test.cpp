@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <string>
 #include <utility>
-#include <vela/gvm/fast/InstructionSet.hpp>
+#include <vela/simd/InstructionSet.hpp>
 
-namespace vela::gvm::fast {
+namespace vela::simd {
 namespace {
 
 /// The set is chosen once in a process, so that each case wants a fresh one.
@@ -56,4 +56,4 @@ TEST_F(InstructionSetChoice, EndsTheProcessForAnUnknownName) {
 #endif
 
 }  // namespace
-}  // namespace vela::gvm::fast
+}  // namespace vela::simd
