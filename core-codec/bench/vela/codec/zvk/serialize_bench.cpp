@@ -6,24 +6,25 @@
 
 namespace vela::codec::zvk {
 
-// One winner of a 9.1 run: two channels, 1024 samples, 40 centers.
+// One winner of a 9.1 run: two channels, 1024 samples, 144 centers, codes of seven bits.
 void serialize_record(benchmark::State& state) {
     const auto nr_bitlines = static_cast<unsigned>(state.range(0));
     std::mt19937 engine(1);
     const std::vector<std::int32_t> seeds{1, -1};
-    ZVK::Centers1 centers(40);
+    ZVK::Centers1 centers(144);
     for (auto& center : centers)
-        center[0] = static_cast<int>(engine() % 200) - 100;
+        center[0] = static_cast<int>(engine() % 500) - 250;
+    std::exponential_distribution size(1 / 40.0);
     std::vector<std::uint64_t> ixs(1024);
     for (std::uint64_t& ix : ixs)
-        ix = engine() % 4;
+        ix = std::min<std::uint64_t>(static_cast<std::uint64_t>(size(engine)), centers.size() - 1);
 
     ZVK record;
     record.mix_seeds = &seeds;
     record.set_centers(&centers);
-    record.center_bits = 8;
+    record.center_bits = 9;
     record.ixs = &ixs;
-    record.rice_k = 1;
+    record.rice_k = 5;
     std::vector<int> samples(1024);
     for (auto _ : state) {
         std::ranges::fill(samples, 0);
@@ -36,6 +37,6 @@ void serialize_record(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * 1024);
 }
 
-BENCHMARK(serialize_record)->ArgName("bitlines")->Arg(4)->Arg(6)->Arg(12);
+BENCHMARK(serialize_record)->ArgName("bitlines")->Arg(9)->Arg(12);
 
 }  // namespace vela::codec::zvk

@@ -1,91 +1,69 @@
+#include <algorithm>
 #include <vela/codec/mux/Projector.hpp>
 
 namespace vela::codec::mux {
 
 namespace {
 
-constexpr std::size_t head = 16;  // samples that carry sync word and CRC
-constexpr std::size_t crc_at = head;
-constexpr std::size_t line_2_at = 2 * head;
-constexpr std::size_t upper_lines_at = 3 * head;
+constexpr unsigned head = 16;  // samples that carry sync word and CRC
+constexpr unsigned sync_bit = 1;
 
-/// The lowest line that the record uses in a sample behind the head.
-constexpr unsigned lowest_line(std::size_t sample) {
-    return sample % 16 == 0 ? 1 : 0;
+/// The `width` bits from `at` on, 1 to 32.
+template <typename T>
+unsigned bits_at(const std::vector<T>& words, std::size_t at, unsigned width) {
+    const std::uint64_t two_words = std::uint64_t{words[at / 32]} << 32 | words[at / 32 + 1];
+    return static_cast<unsigned>(two_words << at % 32 >> (64 - width));
 }
 
-/// ORs the next `count` entries into one sample.
-template <unsigned count, typename T>
-void set_bits(int& sample, const T*& at) {
-    T bits = 0;
-    for (unsigned i = 0; i < count; ++i)
-        bits |= *at++;
-    sample |= static_cast<int>(bits);
+/// The same of the next bits.
+template <typename T>
+unsigned next_bits(const std::vector<T>& words, std::size_t& at, unsigned width) {
+    at += width;
+    return bits_at(words, at - width, width);
 }
 
 }  // namespace
 
 template <typename T, unsigned N>
 Projector<T, N>::Projector(std::size_t nr_samples) : nr_samples_(nr_samples) {
-    setup_masks_();
+    // One word more, since bits are read out of two.
+    if (nr_samples_ >= head) words_.resize((capacity(nr_samples_) - 2 * head) / 32 + 2);
 }
 
 template <typename T, unsigned N>
-void Projector<T, N>::setup_masks_() {
-    const std::lock_guard lock(mutex_);
-    auto cached = masks_cache_.find(nr_samples_);
-    if (cached == masks_cache_.end()) {
-        std::vector<T> masks;
-        if (!fill_masks_(masks)) return;
-        cached = masks_cache_.emplace(nr_samples_, std::move(masks)).first;
-    }
-    masks_ = cached->second;
-}
-
-template <typename T, unsigned N>
-bool Projector<T, N>::fill_masks_(std::vector<T>& out) const {
-    if (nr_samples_ < head) return false;
-    out.reserve(capacity(nr_samples_));
-    const auto add_lines = [&out](unsigned highest, unsigned lowest) {
-        for (unsigned line = highest + 1; line-- > lowest;)
-            out.push_back(T{1} << line);
-    };
-    for (unsigned line = 0; line < 3; ++line)
-        out.insert(out.end(), head, T{1} << line);
-    for (std::size_t sample = 0; sample < head; ++sample)
-        add_lines(N - 1, 3);
-    for (std::size_t sample = head; sample < nr_samples_; ++sample)
-        add_lines(N - 1, lowest_line(sample));
-    return true;
+std::uint32_t Projector<T, N>::body_bits() const {
+    return words_.empty() ? 0 : capacity(nr_samples_) - 2 * head;
 }
 
 template <typename T, unsigned N>
 bool Projector<T, N>::fits_(const Range<int*>& samples) const {
-    return samples.valid() && samples.size() >= nr_samples_ && !masks_.empty();
+    return samples.valid() && samples.size() >= nr_samples_ && !words_.empty();
 }
 
 template <typename T, unsigned N>
 bool Projector<T, N>::project(Range<int*> samples) const {
     if (!fits_(samples)) return false;
     int* const out = samples.begin();
-    const T* at = masks_.data() + upper_lines_at;
+    std::size_t at = head;  // behind line 2
     for (std::size_t sample = 0; sample < head; ++sample) {
-        out[sample] |= static_cast<int>(masks_[sample] | masks_[line_2_at + sample]);
-        set_bits<N - 3>(out[sample], at);
+        const unsigned upper = N > 3 ? next_bits(words_, at, N - 3) : 0;
+        const unsigned line_2 = bits_at(words_, sample, 1);
+        out[sample] |= static_cast<int>(upper << 3 | line_2 << 2 | sync_bit);
     }
-    for (std::size_t sample = head; sample < nr_samples_; ++sample)
-        if (lowest_line(sample) == 0)
-            set_bits<N>(out[sample], at);
-        else
-            set_bits<N - 1>(out[sample], at);
+    for (std::size_t sixteenth = head; sixteenth < nr_samples_; sixteenth += 16) {
+        out[sixteenth] |= static_cast<int>(next_bits(words_, at, N - 1) << 1);
+        const std::size_t stop = std::min(sixteenth + 16, nr_samples_);
+        for (std::size_t sample = sixteenth + 1; sample < stop; ++sample)
+            out[sample] |= static_cast<int>(next_bits(words_, at, N));
+    }
     return true;
 }
 
 template <typename T, unsigned N>
-bool Projector<T, N>::project_crc(Range<int*> samples) const {
+bool Projector<T, N>::project_crc(Range<int*> samples, std::uint16_t crc) const {
     if (!fits_(samples)) return false;
     for (std::size_t sample = 0; sample < head; ++sample)
-        samples.begin()[sample] |= static_cast<int>(masks_[crc_at + sample]);
+        samples.begin()[sample] |= (crc >> (head - 1 - sample) & 1) << 1;
     return true;
 }
 

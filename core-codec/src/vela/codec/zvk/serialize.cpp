@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <span>
 #include <utility>
 #include <vela/codec/mux/Projector.hpp>
 #include <vela/codec/mux/details/compute_crc.hpp>
@@ -16,8 +15,6 @@ namespace {
 using Writer = mux::SetAndIncrease<unsigned>;
 using Cursor = Writer::Cursor;
 
-constexpr std::size_t crc_at = 16;
-constexpr std::size_t header_at = 32;
 constexpr unsigned min_bitlines = 3;
 constexpr unsigned max_bitlines = 16;
 
@@ -35,9 +32,10 @@ bool put_seeds(Cursor& at, unsigned& bits_left, const std::vector<std::int32_t>&
 
 bool put_center(Cursor& at, unsigned& bits_left, std::int32_t value, unsigned center_bits) {
     const auto magnitude = static_cast<std::uint32_t>(numeric::wrap_abs(value));
-    if (bits_left < center_bits) return false;
+    const unsigned width = std::min(center_bits - 1, 32u);
     return details::put<Writer>(at, bits_left, value < 0, 1) &&
-           details::put<Writer>(at, bits_left, magnitude, center_bits - 1);
+           details::put_run<Writer>(at, bits_left, false, center_bits - 1 - width) &&
+           details::put<Writer>(at, bits_left, magnitude, width);
 }
 
 /// The slots of one element of the centers.
@@ -50,12 +48,8 @@ bool put_slots(Cursor& at, unsigned& bits_left, const std::vector<std::array<int
     for (const auto& center : centers)
         if (!put_center(at, bits_left, center[element], header.center_bits)) return false;
 
-    // Left as they are, unused slots read 1.
     const auto unused = (nr_slots - static_cast<unsigned>(centers.size())) * header.center_bits;
-    if (bits_left < unused) return false;
-    bits_left -= unused;
-    at += unused;
-    return true;
+    return details::put_run<Writer>(at, bits_left, true, unused);
 }
 
 template <std::size_t D>
@@ -66,29 +60,49 @@ bool put_centers(Cursor& at, unsigned& bits_left, const std::vector<std::array<i
     return true;
 }
 
+constexpr unsigned max_k = 7;
+
+/// Each of the numbers of `max_k` bits with its bits the other way round.
+constexpr auto reversed = [] {
+    std::array<std::uint8_t, 1u << max_k> all{};
+    for (unsigned i = 0; i < all.size(); ++i)
+        for (unsigned bit = 0; bit < max_k; ++bit)
+            all[i] |= static_cast<std::uint8_t>((i >> bit & 1u) << (max_k - 1 - bit));
+    return all;
+}();
+
+constexpr std::uint32_t ones(std::uint64_t count) {
+    return (std::uint32_t{1} << count) - 1;
+}
+
 bool put_ix(Cursor& at, unsigned& bits_left, std::uint64_t ix, unsigned k) {
-    const std::uint64_t q = ix >> k;
+    constexpr unsigned piece = 32 - 1 - max_k;
+    const std::uint32_t low_bits = reversed[ix % reversed.size()] >> (max_k - k);
+    std::uint64_t q = ix >> k;
     if (bits_left < q + 1 + k) return false;
     bits_left -= static_cast<unsigned>(q) + 1 + k;
-    at += q;  // left as they are, entries read 1
-    Writer::put(at, false);
-    for (unsigned bit = 0; bit < k; ++bit)
-        Writer::put(at, (ix >> bit & 1u) != 0);
+    for (; q > piece; q -= piece)
+        Writer::put(at, ones(piece), piece);
+    Writer::put(at, ones(q) << (k + 1) | low_bits, static_cast<unsigned>(q) + 1 + k);
     return true;
 }
 
 bool put_ixs(Cursor& at, unsigned& bits_left, const std::vector<std::uint64_t>& ixs,
              const MetaData& header) {
     if (header.ix_coding_mode != 0 || header.ix_coding_flag) return false;
-    if (header.rice_k < 1 || header.rice_k > 7) return false;
-    return std::ranges::all_of(
-        ixs, [&](std::uint64_t ix) { return put_ix(at, bits_left, ix, header.rice_k); });
+    if (header.rice_k < 1 || header.rice_k > max_k) return false;
+    // Nobody else has the addresses of these, so that they stay in registers.
+    Cursor to = at;
+    unsigned left = bits_left;
+    for (const std::uint64_t ix : ixs)
+        if (!put_ix(to, left, ix, header.rice_k)) return false;
+    at = to;
+    bits_left = left;
+    return true;
 }
 
 /// All that stands behind the CRC.
-bool put_record(std::span<unsigned> masks, const ZVK& record) {
-    Cursor at = masks.data();
-    auto bits_left = static_cast<unsigned>(masks.size());
+bool put_record(Cursor at, unsigned bits_left, const ZVK& record) {
     const MetaData& header = record;
     if (!serialize<Writer>(at, bits_left, header)) return false;
     if (record.mix_seeds && !record.mix_seeds->empty() &&
@@ -98,7 +112,7 @@ bool put_record(std::span<unsigned> masks, const ZVK& record) {
     if (record.centers_1d && !put_centers(at, bits_left, *record.centers_1d, header)) return false;
     if (record.centers_2d && !put_centers(at, bits_left, *record.centers_2d, header)) return false;
     if (record.ixs && !put_ixs(at, bits_left, *record.ixs, header)) return false;
-    std::fill_n(at, bits_left, 0u);
+    Writer::put(at, 0, 32);  // so that the last word stands, too
     return true;
 }
 
@@ -111,17 +125,12 @@ bool serialize(Range<int*> samples, const ZVK& record) {
     if (nr_lists != record.nr_instruction_lists) return false;
 
     Projector projector(samples.size());
-    const std::span<unsigned> masks = projector.masks();
-    if (masks.size() != Projector::capacity(samples.size())) return false;
-    if (!put_record(masks.subspan(header_at), record)) return false;
+    if (!put_record(projector.body(), projector.body_bits(), record)) return false;
     if (!projector.project(samples)) return false;
 
     unsigned long crc = 0;
     if (!mux::details::compute_crc(sample_width, crc, samples)) return false;
-    Cursor at = masks.data() + crc_at;
-    unsigned crc_bits = 16;
-    if (!details::put<Writer>(at, crc_bits, crc, 16)) return false;
-    return projector.project_crc(samples);
+    return projector.project_crc(samples, static_cast<std::uint16_t>(crc));
 }
 
 template bool serialize<24, 3>(Range<int*>, const ZVK&);

@@ -29,8 +29,8 @@ template <typename Writer>
 
 }  // namespace details
 
-/// Writes an instruction list through `Writer` (a `Cursor` and a `put(Cursor&, bool)` that moves
-/// it on), so that the bits can be counted by the same walk that writes them.
+/// Writes an instruction list through `Writer` (a `Cursor` and a `put(Cursor&, value, width)` that
+/// moves it on), so that the bits can be counted by the same walk that writes them.
 ///
 ///     list         tag instruction* end      nothing at all for an empty list
 ///     tag          8 bits, 1

@@ -7,7 +7,7 @@
 namespace vela::codec::zvk {
 
 /// Writes the header, 128 bits laid out as at `MetaData`, through `Writer` (a `Cursor` and a
-/// `put(Cursor&, bool)` that moves it on).
+/// `put(Cursor&, value, width)` that moves it on).
 ///
 /// `bits_left` goes down with what is written; false, at the first field that does not fit.
 template <typename Writer>

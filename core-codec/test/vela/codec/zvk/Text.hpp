@@ -1,14 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace vela::codec::zvk::test {
-
-/// A writer whose bits can be compared with what a test spells out.
-struct Text {
-    using Cursor = std::string;
-    static void put(Cursor& at, bool bit) { at += bit ? '1' : '0'; }
-};
 
 /// `value` in `width` bits, the most significant first; zeros above bit 63.
 inline std::string bits(unsigned long long value, unsigned width) {
@@ -17,5 +12,11 @@ inline std::string bits(unsigned long long value, unsigned width) {
         text += width < 64 && (value >> width & 1) != 0 ? '1' : '0';
     return text;
 }
+
+/// A writer whose bits can be compared with what a test spells out.
+struct Text {
+    using Cursor = std::string;
+    static void put(Cursor& at, std::uint32_t value, unsigned width) { at += bits(value, width); }
+};
 
 }  // namespace vela::codec::zvk::test

@@ -14,7 +14,7 @@ constexpr unsigned plenty = 10000;
 
 struct Counter {
     using Cursor = unsigned;
-    static void put(Cursor& at, bool) { ++at; }
+    static void put(Cursor& at, std::uint32_t, unsigned width) { at += width; }
 };
 
 Instruction instruction(std::uint32_t opcode) {

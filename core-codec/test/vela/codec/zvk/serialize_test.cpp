@@ -163,6 +163,23 @@ TEST(Serialize, IndicesAreGolombRiceWithTheRemainderReversed) {
     }
 }
 
+// Longer than what is put at a time.
+TEST(Serialize, IndicesMayHaveLongPrefixes) {
+    for (const unsigned k : {1, 4, 7})
+        for (const unsigned q : {22, 23, 24, 25, 26, 31, 32, 33, 48, 49, 50, 300}) {
+            SCOPED_TRACE(q);
+            Block block(256);
+            block.ixs = {(q << k) + 1, q << k, (q << k) + (1u << k) - 1};
+            block.record.ixs = &block.ixs;
+            block.record.rice_k = static_cast<std::uint8_t>(k);
+            const std::string prefix = std::string(q, '1') + '0';
+            const std::string body = block.body(9);
+            EXPECT_EQ(body, padded(prefix + '1' + std::string(k - 1, '0') + prefix +
+                                       std::string(k, '0') + prefix + std::string(k, '1'),
+                                   body.size()));
+        }
+}
+
 TEST(Serialize, ARecordOfOneChannelIsHeaderAndInstructions) {
     Block block(256);
     block.record.add_dmol_instruction(layout_9_1());

@@ -1,5 +1,6 @@
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <utility>
 #include <vela/audio/Delta.hpp>
 #include <vela/audio/Quality.hpp>
 #include <vela/audio/decibel.hpp>
@@ -24,27 +25,38 @@ double error_db(const audio::Delta& delta, std::size_t size) {
     return mean <= floor_mean_square ? floor_db : 10 * std::log10(mean);
 }
 
+// What a decoder gives for a channel: silence for one that was not mixed.
+Frame heard_of(const Frame& orig, std::span<const Frame> rebuilt) {
+    const auto at = std::ranges::find(rebuilt, orig.key, &Frame::key);
+    return at == rebuilt.end() ? Frame(orig.key, orig.size()) : *at;
+}
+
 }  // namespace
 
 bool ComputeQuality::operator()(Group& group) const {
     group.has_score = false;
     if (!group.fits) return true;
 
-    Frames rebuilt;
-    if (!rebuild_(rebuilt, group)) return false;
-    for (const Frame& orig : group.origs)
-        if (!rebuilt.find(orig.key)) rebuilt.silence(orig.key, orig.size());
-    if (!measure_(group, rebuilt)) return false;
+    // Memory is kept from one candidate to the next.
+    static thread_local std::array<Frame, 3> frames;
+    const std::size_t nr_active = group.active.size();
+    if (nr_active > frames.size() || group.rescaled.size() != nr_active) return false;
+    const std::span rebuilt(frames.data(), nr_active);
+    if (!rebuild_(rebuilt, group) || !measure_(group, rebuilt)) return false;
 
     group.has_score = true;
     return !filter || filter->update(group);
 }
 
-bool ComputeQuality::rebuild_(Frames& rebuilt, const Group& group) {
-    if (group.active.size() != group.rescaled.size()) return false;
-    auto out = group.rescaled;
+bool ComputeQuality::rebuild_(std::span<Frame> out, const Group& group) {
+    const auto& in = group.rescaled;
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        if (out[i].size() != in[i].size()) out[i] = Frame(in[i].size());
+        out[i].key = in[i].key;
+    }
     switch (out.size()) {
         case 1:
+            std::ranges::copy(in[0].samples(), out[0].overwrite().begin());
             break;
         case 2:
             if (!mix::unmix(out[0].overwrite(), out[1].overwrite(), group.mix_seeds, group.mixed,
@@ -59,11 +71,7 @@ bool ComputeQuality::rebuild_(Frames& rebuilt, const Group& group) {
         default:
             return false;
     }
-    for (Frame& frame : out) {
-        if (!unscale_(frame, group)) return false;
-        rebuilt.set(std::move(frame));
-    }
-    return true;
+    return std::ranges::all_of(out, [&](Frame& frame) { return unscale_(frame, group); });
 }
 
 bool ComputeQuality::unscale_(Frame& frame, const Group& group) {
@@ -73,7 +81,7 @@ bool ComputeQuality::unscale_(Frame& frame, const Group& group) {
     return pcm::multiply_by(std::ldexp(scaler, static_cast<int>(group.nr_bitlines)), frame);
 }
 
-bool ComputeQuality::measure_(Group& group, const Frames& rebuilt) {
+bool ComputeQuality::measure_(Group& group, std::span<const Frame> rebuilt) {
     const std::size_t nr_channels = group.origs.size();
     group.dbrms.resize(nr_channels);
     group.dbpeak.resize(nr_channels);
@@ -82,10 +90,10 @@ bool ComputeQuality::measure_(Group& group, const Frames& rebuilt) {
     audio::Quality quality;
     for (std::size_t i = 0; i < nr_channels; ++i) {
         const auto orig = group.origs[i].samples();
-        const Frame* const frame = rebuilt.find(group.origs[i].key);
-        if (!frame || frame->size() != orig.size()) return false;
+        const Frame frame = heard_of(group.origs[i], rebuilt);
+        if (frame.size() != orig.size()) return false;
 
-        const auto delta = audio::Delta::between(orig, frame->samples());
+        const auto delta = audio::Delta::between(orig, frame.samples());
         group.dbrms[i] = error_db(delta, orig.size());
         group.dbpeak[i] = audio::dB_delta_peak_container(delta, full_scale, floor_db);
         quality.update_db(group.dbrms[i], group.dbpeak[i]);

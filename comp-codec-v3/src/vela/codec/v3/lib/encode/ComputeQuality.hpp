@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <vela/codec/v3/lib/encode/Filter.hpp>
 #include <vela/codec/v3/lib/encode/Group.hpp>
 
@@ -16,10 +17,10 @@ public:
     [[nodiscard]] bool operator()(Group& group) const;
 
 private:
-    static bool rebuild_(Frames& rebuilt, const Group& group);
+    static bool rebuild_(std::span<Frame> out, const Group& group);
     /// Back to the level of the input: undoes the shift and the common attenuation.
     static bool unscale_(Frame& frame, const Group& group);
-    static bool measure_(Group& group, const Frames& rebuilt);
+    static bool measure_(Group& group, std::span<const Frame> rebuilt);
 };
 
 }  // namespace vela::codec::v3::encode

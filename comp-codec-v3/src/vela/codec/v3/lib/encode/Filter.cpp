@@ -17,7 +17,8 @@ bool Filter::update(const Group& group) {
 
 void Filter::clear() {
     const std::lock_guard lock(mutex_);
-    filters_.clear();
+    for (auto& [carrier, filter] : filters_)
+        filter.clear();
 }
 
 }  // namespace vela::codec::v3::encode

@@ -20,6 +20,7 @@
 #include <vela/codec/v3/lib/encoder/Cycler.hpp>
 #include <vela/codec/v3/lib/encoder/IEncoder.hpp>
 #include <vela/codec/v3/lib/encoder/Plots.hpp>
+#include <vela/codec/v3/lib/encoder/SpareGroups.hpp>
 #include <vela/thread/PingPong.hpp>
 #include <vela/thread/Pool.hpp>
 
@@ -82,6 +83,7 @@ private:
     bool downmix_();
     bool select_loudness_(const api::SampleSpan& span);
     bool process_groups_(Search& search);
+    void forget_winners_();
     void update_cyclers_();
 
     // The candidates of a frame.
@@ -99,7 +101,7 @@ private:
     void work_(Search& search, First first);
     void try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures);
     GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
-    void select_best_(const GroupPtr& group);
+    void select_best_(GroupPtr& group);
     void mux_finished_(const CandidateQueue& queue);
     Winner* find_winner_(const api::ChannelVariant& carrier);
 
@@ -137,6 +139,7 @@ private:
 
     std::map<api::ChannelVariant, Winner> best_;
     std::mutex best_mutex_;
+    SpareGroups spare_groups_;
     std::map<api::ChannelVariant, std::uint32_t> prev_bitlines_;
     /// Numbers of centers used with two and with three channels, by count of bit-lines.
     std::map<std::pair<std::uint32_t, api::ChannelVariant>, std::pair<std::uint32_t, std::uint32_t>>

@@ -30,10 +30,7 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 }  // namespace
 
 bool Encoder::process_groups_(Search& search) {
-    {
-        const std::lock_guard lock(best_mutex_);
-        best_.clear();
-    }
+    forget_winners_();
     chain_.start_frame();
     if (!queue_candidates_(search.queue)) return false;
     search.queue.open();
@@ -44,6 +41,16 @@ bool Encoder::process_groups_(Search& search) {
     mux_finished_(search.queue);
     pool_.stop();
     return search.nr_failures == 0 && finish_frame_();
+}
+
+void Encoder::forget_winners_() {
+    decltype(best_) winners;
+    {
+        const std::lock_guard lock(best_mutex_);
+        winners.swap(best_);
+    }
+    for (auto& [carrier, winner] : winners)
+        spare_groups_.give_back(std::move(winner.group));
 }
 
 bool Encoder::start_threads_(Search& search) {
@@ -134,15 +141,16 @@ void Encoder::work_(Search& search, First first) {
 void Encoder::try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures) {
     if (chain_.drops(candidate.draft(), candidate.nr_bitlines())) return;
 
-    const GroupPtr group = create_group_(candidate.draft(), candidate.nr_bitlines());
+    GroupPtr group = create_group_(candidate.draft(), candidate.nr_bitlines());
     const Code code = chain_(*group);
-    if (code == Code::ok) select_best_(group);
-    if (code == Code::failure) ++nr_failures;
     candidate_log_.add(*group, code);
+    if (code == Code::failure) ++nr_failures;
+    if (code == Code::ok) select_best_(group);
+    spare_groups_.give_back(std::move(group));
 }
 
 Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32_t nr_bitlines) {
-    auto group = std::make_shared<encode::Group>(draft);
+    auto group = spare_groups_.copy(draft);
     group->nr_bitlines = nr_bitlines;
     group->centers_start_2 = group->centers_start_3 = centers_start(nr_bitlines);
 
@@ -155,9 +163,10 @@ Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32
     return group;
 }
 
-void Encoder::select_best_(const GroupPtr& group) {
+// Leaves the one that is needed no more, if any.
+void Encoder::select_best_(GroupPtr& group) {
     if (!group->has_score) return;
-    const auto& key = group->frame.key;
+    const auto key = group->frame.key;
     {
         const std::lock_guard lock(prev_centers_mutex_);
         auto& [with_2, with_3] = prev_centers_[{group->nr_bitlines, key}];
@@ -168,7 +177,7 @@ void Encoder::select_best_(const GroupPtr& group) {
     }
     const std::lock_guard lock(best_mutex_);
     auto& best = best_[key].group;
-    if (!best || best->score > group->score) best = group;
+    if (!best || best->score > group->score) best.swap(group);
 }
 
 // While other threads are at their last candidates, this one need not wait.  A carrier that was

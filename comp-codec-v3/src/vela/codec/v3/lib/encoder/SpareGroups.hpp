@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <vector>
+#include <vela/codec/v3/lib/encode/Group.hpp>
+
+namespace vela::codec::v3::encoder {
+
+/// Groups that nobody needs any more.  The next ones are made in their memory, since a group holds
+/// many vectors and there are some twenty groups a frame.
+///
+/// Threads: any number may call.
+class SpareGroups {
+public:
+    using GroupPtr = std::shared_ptr<encode::Group>;
+
+    /// As good as a new group that is a copy.
+    [[nodiscard]] GroupPtr copy(const encode::Group& draft);
+
+    /// REQUIRES that nobody else has it.  Null is of no use and goes.
+    void give_back(GroupPtr group);
+
+private:
+    GroupPtr take_();
+
+    std::vector<GroupPtr> groups_;
+    std::mutex mutex_;
+};
+
+}  // namespace vela::codec::v3::encoder
