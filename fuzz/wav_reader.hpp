@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 #include <vela/wav/Parser.hpp>
 
 #include "Bytes.hpp"
@@ -53,6 +54,15 @@ inline bool block_is_sound(const Block& block, const Parser& parser) {
            });
 }
 
+/// Whether a block of one channel, read past the cache, is the same, and filled up with zeros.
+inline bool is_read_alike(wav::details::BlockIterator<int, file::Range>& at) {
+    if (!at.is_mono()) return at.cache->channels.size() != 1;
+    auto samples = at.cache->channels.front();
+    samples.resize(samples.size() + 3);
+    std::vector<int> again(samples.size(), -1);
+    return at.read_mono(again) && again == samples;
+}
+
 /// Reads every block.  Those that can be read make up all frames, each once but for the overlap.
 inline bool blocks_are_sound(const Parser& parser) {
     std::uint64_t nr_read = 0, nr_failed = 0;
@@ -62,6 +72,7 @@ inline bool blocks_are_sound(const Parser& parser) {
             continue;
         }
         if (at.parse_block_() || !block_is_sound(*at.cache, parser)) return false;
+        if (!is_read_alike(at)) return false;
         nr_read += at.cache->stop - at.cache->start;
     }
     const bool all_read = nr_failed == 0 && parser.overlap == 0;

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <optional>
-#include <vector>
 #include <vela/AudioSource.hpp>
 
 namespace vela {
@@ -44,24 +43,18 @@ template <typename T, typename K>
 bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
     if (inputs_.empty() || frames_left_ == 0) return false;
     for (auto& [key, info] : inputs_) {
-        const std::vector<T>* const samples = current_(info);
-        if (!samples) return false;
-        frames.goc(key, frame_size_, bit_depth_).set_data(samples->begin(), samples->end());
+        if (!has_block_(info)) return false;
+        auto& frame = frames.goc(key, frame_size_, bit_depth_);
+        if (!info.blocks.begin().read_mono(frame.overwrite())) return false;
     }
     span = span_;
     return true;
 }
 
 template <typename T, typename K>
-const std::vector<T>* AudioSource<T, K>::current_(Info& info) const {
-    if (!info.blocks.valid() || info.blocks.end() - info.blocks.begin() <= 0) return nullptr;
-    auto& block = info.blocks.begin();
-    // A block that cannot be read leaves the cache empty.
-    if (!block.cache) (void)block.parse_block_();
-    if (!block.cache || block.cache->channels.size() != 1) return nullptr;
-    auto& samples = block.cache->channels.front();
-    samples.resize(frame_size_);
-    return &samples;
+bool AudioSource<T, K>::has_block_(const Info& info) {
+    const auto& blocks = info.blocks;
+    return blocks.valid() && blocks.end() - blocks.begin() > 0 && blocks.begin().is_mono();
 }
 
 template <typename T, typename K>

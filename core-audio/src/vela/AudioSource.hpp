@@ -71,8 +71,8 @@ private:
     };
 
     bool open_(Info& info);
-    /// The samples of the current block, `frame_size_` of them; null at the end.
-    const std::vector<T>* current_(Info& info) const;
+    /// Whether there is a block that can go into a frame.
+    static bool has_block_(const Info& info);
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;

@@ -39,17 +39,22 @@ TEST(HardLimit, ClampsToSignedBits) {
     }
 }
 
-TEST(HardLimit, LeavesSamplesInsideAsTheyAre) {
-    auto frame = frame_of({-8388608, -1, 0, 1, 8388607});
-    EXPECT_TRUE(hard_limit(frame, 24));
-    EXPECT_EQ(samples_of(frame), (std::vector{-8388608, -1, 0, 1, 8388607}));
+TEST(HardLimit, SamplesInsideStayAsTheyAreAndShared) {
+    const auto original = frame_of({-8388608, -1, 0, 1, 8388607});
+    for (const unsigned bits : {24u, 32u}) {
+        auto copy = original;
+        EXPECT_TRUE(hard_limit(copy, bits));
+        EXPECT_EQ(copy.samples().data(), original.samples().data());
+    }
+    EXPECT_EQ(samples_of(original), (std::vector{-8388608, -1, 0, 1, 8388607}));
 }
 
-TEST(HardLimit, ThirtyTwoBitsKeepSamplesShared) {
-    const auto original = frame_of({1});
+TEST(HardLimit, WhatIsClampedIsClampedInNoOtherCopy) {
+    const auto original = frame_of({1, -8388609, 2});
     auto copy = original;
-    EXPECT_TRUE(hard_limit(copy, 32));
-    EXPECT_EQ(copy.samples().data(), original.samples().data());
+    EXPECT_TRUE(hard_limit(copy, 24));
+    EXPECT_EQ(samples_of(copy), (std::vector{1, -8388608, 2}));
+    EXPECT_EQ(samples_of(original), (std::vector{1, -8388609, 2}));
 }
 
 }  // namespace

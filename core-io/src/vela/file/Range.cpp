@@ -19,11 +19,16 @@ bool Range::pop_slice(std::string& out, std::uint64_t n) {
 }
 
 bool Range::pop_slice(Range& out, std::uint64_t n) {
-    if (!file_ || n > size()) return false;
     Range slice = *this;
-    slice.end_ = begin_ + n;
-    begin_ += n;
+    if (!skip(n)) return false;
+    slice.end_ = begin_;
     out = std::move(slice);
+    return true;
+}
+
+bool Range::skip(std::uint64_t n) {
+    if (!file_ || n > size()) return false;
+    begin_ += n;
     return true;
 }
 

@@ -33,6 +33,8 @@ public:
     [[nodiscard]] bool pop_slice(std::string& out, std::uint64_t n);
     /// Takes the next `n` bytes as a range of their own; nothing is read.
     [[nodiscard]] bool pop_slice(Range& out, std::uint64_t n);
+    /// Takes the next `n` bytes without looking at them.
+    [[nodiscard]] bool skip(std::uint64_t n);
     /// Takes `expected` if the range starts with it.
     [[nodiscard]] bool pop_if(std::string_view expected);
 

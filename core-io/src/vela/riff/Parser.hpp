@@ -54,10 +54,10 @@ private:
     bool pop_chunk_(R& range) {
         std::string id;
         std::uint32_t size = 0;
-        R content, pad;
+        R content;
         if (!range.pop_slice(id, 4) || !pop_size_(range, size)) return false;
         if (!range.pop_slice(content, size)) return false;
-        if (size % 2 != 0 && !range.pop_slice(pad, 1)) return false;
+        if (size % 2 != 0 && !range.skip(1)) return false;
         chunks.insert_or_assign(id, content);
         return true;
     }

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <iostream>
 #include <sstream>
-#include <vela/bnb/details/bytes.hpp>
+#include <vela/bnb/details/numbers.hpp>
+#include <vela/numeric/all_fit.hpp>
 #include <vela/wav/FileWriter.hpp>
 #include <vela/wav/serialize.hpp>
 
@@ -16,10 +17,14 @@ constexpr bool has_limits<bnb::Int16_tag> = true;
 template <>
 constexpr bool has_limits<bnb::Int24_tag> = true;
 
+/// How many of the samples, from the first on, the width takes.
 template <typename Tag>
-bool fits(int value) {
+std::size_t nr_fitting(std::span<const int> samples) {
     using Limits = bnb::Traits<Tag>;
-    return !has_limits<Tag> || (value >= Limits::MinNeg && value <= Limits::MaxPos);
+    if (!has_limits<Tag> || numeric::all_fit(samples, 8 * Limits::width)) return samples.size();
+    const auto misfit = std::ranges::find_if(
+        samples, [](int sample) { return sample < Limits::MinNeg || sample > Limits::MaxPos; });
+    return static_cast<std::size_t>(misfit - samples.begin());
 }
 
 template <typename Tag>
@@ -30,13 +35,6 @@ void report_clipping(int value) {
          << "}{bnb::Traits<Format>::MinNeg: " << Limits::MinNeg
          << "}{bnb::Traits<Format>::MaxPos: " << Limits::MaxPos << "}\n";
     std::cerr << line.str() << std::flush;
-}
-
-/// The number that stands in the file: samples of one byte are unsigned, with silence at 128.
-template <typename Tag>
-std::uint64_t stored(int value) {
-    const auto bits = static_cast<std::uint64_t>(value);
-    return std::is_same_v<Tag, bnb::Int8_tag> ? bits + 128 : bits;
 }
 
 }  // namespace
@@ -84,28 +82,28 @@ bool FileWriter::add_(std::span<const Samples> channels) {
 
 template <typename Tag>
 bool FileWriter::add_as_(std::span<const Samples> channels) {
-    const auto frames = channels.front().size();
-    bytes_.resize(frames * channels.size() * bnb::Traits<Tag>::width);
-    char* to = bytes_.data();
-    for (std::size_t i = 0; i < frames; ++i) {
-        for (const auto& samples : channels) {
-            if (add_sample_<Tag>(to, samples.begin()[i])) continue;
-            data_->append({bytes_.data(), to});
-            return false;
-        }
-    }
-    return data_->append(bytes_);
+    const auto samples = interleaved_(channels);
+    const auto fitting = samples.first(nr_fitting<Tag>(samples));
+    if (fitting.size() < samples.size()) report_clipping<Tag>(samples[fitting.size()]);
+
+    bytes_.resize(fitting.size() * bnb::Traits<Tag>::width);
+    bnb::details::put_numbers(bytes_.data(), fitting, Tag(), bnb::LittleEndian_tag());
+    // Samples of one byte are unsigned, with silence at 128.
+    if constexpr (std::is_same_v<Tag, bnb::Int8_tag>)
+        for (char& byte : bytes_)
+            byte = static_cast<char>(byte ^ 0x80);
+    return data_->append(bytes_) && fitting.size() == samples.size();
 }
 
-template <typename Tag>
-bool FileWriter::add_sample_(char*& to, int value) {
-    if (!fits<Tag>(value)) {
-        report_clipping<Tag>(value);
-        return false;
-    }
-    bnb::details::put_bytes(to, stored<Tag>(value), Tag(), bnb::LittleEndian_tag());
-    to += bnb::Traits<Tag>::width;
-    return true;
+std::span<const int> FileWriter::interleaved_(std::span<const Samples> channels) {
+    const auto frames = channels.front().size();
+    if (channels.size() == 1) return {channels.front().begin(), frames};
+    samples_.resize(frames * channels.size());
+    auto to = samples_.begin();
+    for (std::size_t i = 0; i < frames; ++i)
+        for (const auto& samples : channels)
+            *to++ = samples.begin()[i];
+    return samples_;
 }
 
 }  // namespace vela::wav

@@ -53,16 +53,16 @@ private:
     bool add_(std::span<const Samples> channels);
     template <typename Tag>
     bool add_as_(std::span<const Samples> channels);
-    /// Puts one sample at `to` and moves `to` behind it.  False, and told, if it does not fit.
-    template <typename Tag>
-    static bool add_sample_(char*& to, int value);
+    /// All samples in the order of the file; good until the next call.
+    std::span<const int> interleaved_(std::span<const Samples> channels);
 
     Format format_;
     file::String file_;
     riff::Chunk<file::String> riff_;
     /// The open "data" chunk, ended before the chunk around it.
     std::unique_ptr<riff::Chunk<file::String>> data_;
-    /// Bytes on their way to the file, kept for the sake of its memory.
+    /// Samples and bytes on their way to the file, kept for the sake of their memory.
+    std::vector<int> samples_;
     std::string bytes_;
 };
 

@@ -52,10 +52,10 @@ public:
 
 private:
     [[nodiscard]] bool parse_data_() {
-        R data = riff.chunk("data"), skipped;
+        R data = riff.chunk("data");
         const std::uint64_t align = format->block_align;
         if (align == 0 || offset > data.size() / align) return false;
-        if (offset > 0 && !data.pop_slice(skipped, offset * align)) return false;
+        if (offset > 0 && !data.skip(offset * align)) return false;
         nr_frames = data.size() / align;
         if (overlap >= block_size) return false;
 

@@ -42,6 +42,17 @@ TEST(Range, ASubRangeEndsEvenIfTheFileGoesOn) {
     EXPECT_FALSE(range.pop_slice(part, 1));
 }
 
+TEST(Range, SkipsUpToTheLastByteAndNoFurther) {
+    const TempFile file("abcdef");
+    Range range(file.name());
+    EXPECT_FALSE(range.skip(7));
+    ASSERT_TRUE(range.skip(4));
+    EXPECT_FALSE(range.skip(UINT64_MAX));
+    EXPECT_TRUE(range.pop_if("ef"));
+    EXPECT_TRUE(range.skip(0));
+    EXPECT_FALSE(range.skip(1));
+}
+
 TEST(Range, CopiesMoveOnTheirOwnAndKeepTheFileOpen) {
     const TempFile file("abcdef");
     Range copy;
@@ -65,6 +76,7 @@ TEST(Range, WithoutAFileEverythingFails) {
         int number = 0;
         EXPECT_FALSE(range.pop_slice(out, 0));
         EXPECT_FALSE(range.pop_slice(part, 0));
+        EXPECT_FALSE(range.skip(0));
         EXPECT_FALSE(range.pop_if(""));
         EXPECT_FALSE((range.pop_raw<bnb::Int8_tag, LittleEndian_tag>(number)));
     }

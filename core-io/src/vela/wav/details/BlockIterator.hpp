@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
+#include <string>
 #include <vela/Cache.hpp>
 #include <vela/file/Range.hpp>
 #include <vela/wav/Format.hpp>
@@ -42,6 +44,14 @@ public:
     /// the file cannot be read.  `cache` is then as it was.
     bool parse_block_();
 
+    /// Whether the block is for `read_mono`: one channel, in a format that `parse_block_` takes.
+    /// To be asked before there is memory for the samples.
+    [[nodiscard]] bool is_mono() const;
+
+    /// Reads the current block to where its samples shall be, past the cache; zeros fill up what it
+    /// is shorter than `to`.  False if it is not mono, or the file cannot be read.
+    [[nodiscard]] bool read_mono(std::span<T> to);
+
     /// Goes on to the next block and drops the one that was read.
     BlockIterator& operator++();
 
@@ -52,10 +62,13 @@ public:
     }
 
 private:
-    template <typename Tag>
-    bool read_();
-    template <typename Tag>
-    bool read_samples_(BlockInfo<T>& block, std::uint64_t frames) const;
+    [[nodiscard]] bool is_readable_() const;
+    [[nodiscard]] std::uint64_t nr_frames_() const;
+    /// The first samples of each channel to where `to` says.
+    bool read_(std::span<T* const> to, std::uint64_t frames);
+
+    /// Bytes on their way from the file, kept for the sake of its memory.
+    std::string bytes_;
 };
 
 extern template class BlockIterator<int, file::Range>;

@@ -44,6 +44,49 @@ TEST(BlockIterator, HalfAFrameAtTheEndIsNoSample) {
     EXPECT_TRUE(at.cache->channels[0].empty());
 }
 
+TEST(BlockIterator, AMonoBlockGoesToWhereItShallBe) {
+    const TempFile file(u24(1) + u24(-2) + u24(3));
+    auto at = iterator_on(file.name(), pcm_format(1, 24), 2);
+    ASSERT_TRUE(at.is_mono());
+    for (int again = 0; again < 2; ++again) {
+        std::array<int, 3> samples{9, 9, 9};
+        ASSERT_TRUE(at.read_mono(samples));
+        EXPECT_EQ(samples, (std::array{1, -2, 0})) << "filled up with zeros";
+    }
+    EXPECT_FALSE(at.cache.has_value());
+    ++at;
+    std::array<int, 2> samples{9, 9};
+    ASSERT_TRUE(at.read_mono(samples));
+    EXPECT_EQ(samples, (std::array{3, 0}));
+    ++at;
+    ASSERT_TRUE(at.read_mono(samples));
+    EXPECT_EQ(samples, (std::array{0, 0}));
+    EXPECT_TRUE(at.read_mono({}));
+}
+
+TEST(BlockIterator, WhatIsNoMonoBlockGoesNowhere) {
+    const TempFile file(u24(1) + u24(2));
+    auto narrow = pcm_format(1, 24);
+    narrow.block_align = 2;
+    for (const auto& format : {pcm_format(2, 24), pcm_format(1, 8), narrow, Format()}) {
+        auto at = iterator_on(file.name(), format, 1);
+        std::array<int, 1> samples{9};
+        EXPECT_FALSE(at.is_mono());
+        EXPECT_FALSE(at.read_mono(samples));
+        EXPECT_EQ(samples, std::array{9});
+    }
+}
+
+TEST(BlockIterator, AFileThatShrinksUnderTheReaderFails) {
+    const TempFile file(std::string(300000, 'x'));
+    auto at = iterator_on(file.name(), pcm_format(1, 24), 100000);
+    file.write("short");
+    std::vector<int> samples(100000);
+    EXPECT_FALSE(at.read_mono(samples));
+    EXPECT_FALSE(at.parse_block_());
+    EXPECT_FALSE(at.cache.has_value());
+}
+
 TEST(BlockIterator, ComparesByIndexAlone) {
     const TempFile file("abcdef");
     auto first = iterator_on(file.name(), pcm_format(1, 24), 1), second = first;

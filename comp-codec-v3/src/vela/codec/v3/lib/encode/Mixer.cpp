@@ -1,6 +1,6 @@
-#include <span>
 #include <vela/codec/v3/lib/encode/Mixer.hpp>
 #include <vela/mix/mix.hpp>
+#include <vela/numeric/all_fit.hpp>
 
 namespace vela::codec::v3::encode {
 
@@ -26,14 +26,6 @@ bool mix_channels(Group& group) {
     }
 }
 
-// All samples are looked at, since loops that may end early are not vectorised.
-bool overflows(std::span<const int> samples, unsigned nr_bits) {
-    int bits = 0;  // that are not as the sign
-    for (const int sample : samples)
-        bits |= sample ^ sample >> 31;
-    return bits >> (nr_bits - 1) != 0;
-}
-
 }  // namespace
 
 bool Mixer::operator()(Group& group) const {
@@ -41,7 +33,7 @@ bool Mixer::operator()(Group& group) const {
     if (group.rescaled.size() != group.active.size() || !mix_channels(group)) return false;
 
     if (group.nr_bitlines > 23) return false;
-    group.overflow = overflows(group.mixed, 24 - group.nr_bitlines);
+    group.overflow = !numeric::all_fit(group.mixed, 24 - group.nr_bitlines);
     return true;
 }
 
