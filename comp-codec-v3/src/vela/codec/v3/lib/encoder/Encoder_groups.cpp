@@ -35,9 +35,9 @@ bool Encoder::process_groups_(Search& search) {
     if (!queue_candidates_(search.queue)) return false;
     search.queue.open();
 
-    // The calling thread works, too: it would only wait otherwise.  It serialises what is finished
-    // besides, so that others have the short candidates.
-    work_(search, nr_at_once_ > 1 ? First::mix : First::turn);
+    // The calling thread works, too: it would only wait otherwise.  Until others are awake it is at
+    // the short candidates, so that all end together.
+    work_(search, nr_at_once_ > 1 ? First::single : First::turn);
     mux_finished_(search.queue);
     pool_.stop();
     return search.nr_failures == 0 && finish_frame_();
@@ -55,7 +55,7 @@ void Encoder::forget_winners_() {
 
 bool Encoder::start_threads_(Search& search) {
     const auto help = [this, &search] {
-        work_(search, First::single);
+        work_(search, First::mix);
         return false;
     };
     return nr_at_once_ <= 1 || pool_.start(help, nr_at_once_ - 1);
