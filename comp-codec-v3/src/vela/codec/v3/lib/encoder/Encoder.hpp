@@ -31,7 +31,8 @@ namespace vela::codec::v3::encoder {
 ///
 /// There is no look-ahead: frame k in gives frame k out in the same call.  Frames influence each
 /// other only through the counts of bit-lines and centers chosen before and through the periods of
-/// the metadata.  All calls come from one thread; the pool's threads run candidates only.
+/// the metadata.  All calls come from one thread; the pool's threads run candidates and
+/// serialise winners.
 class Encoder : public IEncoder {
 public:
     /// The pair of layouts must be one of `carrier_recipes()`; `create` makes sure of it.
@@ -63,10 +64,11 @@ private:
     };
     using GroupPtr = std::shared_ptr<encode::Group>;
     using Code = encode::Chain::Code;
-    /// The best candidate of a carrier, and what the muxer said if it was there already.
+    /// The best candidate of a carrier.  One thread takes it to the muxer, and keeps what that says.
     struct Winner {
         GroupPtr group;
-        std::optional<bool> muxed;
+        bool is_taken = false;
+        bool is_muxed = false;
     };
     using First = CandidateQueue::First;
     /// The candidates of a frame, and how many failed.
@@ -103,7 +105,7 @@ private:
     GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
     void select_best_(GroupPtr& group);
     void mux_finished_(const CandidateQueue& queue);
-    Winner* find_winner_(const api::ChannelVariant& carrier);
+    Winner* take_winner_(const api::ChannelVariant& carrier);
 
     // The winners of a frame.
     bool finish_frame_();

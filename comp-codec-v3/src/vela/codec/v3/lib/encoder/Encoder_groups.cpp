@@ -38,7 +38,6 @@ bool Encoder::process_groups_(Search& search) {
     // The calling thread works, too: it would only wait otherwise.  Until others are awake it is at
     // the short candidates, so that all end together.
     work_(search, nr_at_once_ > 1 ? First::single : First::turn);
-    mux_finished_(search.queue);
     pool_.stop();
     return search.nr_failures == 0 && finish_frame_();
 }
@@ -135,6 +134,7 @@ void Encoder::set_metadata_(encode::Group& group) const {
 void Encoder::work_(Search& search, First first) {
     while (const auto candidate = search.queue.pop(first))
         try_(*candidate, search.nr_failures);
+    mux_finished_(search.queue);
 }
 
 // One that fails does not keep others from being tried.
@@ -180,17 +180,20 @@ void Encoder::select_best_(GroupPtr& group) {
     if (!best || best->score > group->score) best.swap(group);
 }
 
-// While other threads are at their last candidates, this one need not wait.  A carrier that was
+// By whoever finds no candidate any more, so that the threads end together.  A carrier that was
 // refused is told of when its turn comes.
 void Encoder::mux_finished_(const CandidateQueue& queue) {
     for (const auto& carrier : queue.finished())
-        if (Winner* const winner = find_winner_(carrier)) winner->muxed = muxer_(*winner->group);
+        if (Winner* const winner = take_winner_(carrier)) winner->is_muxed = muxer_(*winner->group);
 }
 
-Encoder::Winner* Encoder::find_winner_(const api::ChannelVariant& carrier) {
+// None that another thread has.
+Encoder::Winner* Encoder::take_winner_(const api::ChannelVariant& carrier) {
     const std::lock_guard lock(best_mutex_);
     const auto best = best_.find(carrier);
-    return best == best_.end() ? nullptr : &best->second;
+    if (best == best_.end() || best->second.is_taken) return nullptr;
+    best->second.is_taken = true;
+    return &best->second;
 }
 
 bool Encoder::finish_frame_() {
@@ -217,7 +220,7 @@ bool Encoder::remember_bitlines_() {
 
 bool Encoder::finish_winner_(const Winner& winner, Frames& out) {
     encode::Group& group = *winner.group;
-    if (winner.muxed ? !*winner.muxed : !muxer_(group)) return false;
+    if (!winner.is_muxed) return false;
     out.set(group.frame);
     candidate_log_.add_winner(group);
     if (!plots_.add(group)) return false;
