@@ -137,7 +137,7 @@ bool Clustering<T, N>::process_next_(const Delta& delta, Membership& membership)
     const Position x =
         nearest.limit <= merges_.bound() ? no_partner : merges_.cheapest_below(nearest.cost);
     if (x == no_partner) return add_to_(nearest, delta, membership);
-    return merge_and_start_(x, delta.alone, membership) && membership.assign(delta.index, x);
+    return merge_and_start_(x, delta, membership) && membership.assign(delta.index, x);
 }
 
 template <typename T, std::size_t N>
@@ -210,15 +210,28 @@ void Clustering<T, N>::insert_(const Nearest& nearest, const Cluster& delta) {
 }
 
 template <typename T, std::size_t N>
-bool Clustering<T, N>::merge_and_start_(Position x, const Cluster& delta, Membership& membership) {
+bool Clustering<T, N>::merge_and_start_(Position x, const Delta& delta, Membership& membership) {
     const Position p = merges_.partner(x);
     absorb_(p, x);
-    storage_.store(x, delta);
+    storage_.store(x, delta.alone);
     by_size_.shrink_to_one(x);
-    merges_.after_merge(p, x);
     note_change_(p);
+    merges_.after_merge(p, x, partner_of_started_(delta, x));
     note_change_(x);
     return membership.append(x, p);
+}
+
+/// The cheapest merge of the cluster that a delta has started at `at`, if the sieve's look for that
+/// delta tells it; else `no_partner`.
+///
+/// To merge with a cluster of one costs what it costs to add its delta, but for the rounding, which
+/// the sieve's bound covers either way round.  So if the look has left one cluster alone, and no
+/// change since has come to matter, that of the merge just made included, no other can be as cheap.
+/// `several` is no lower position, and neither is the cluster that stood at `at` before.
+template <typename T, std::size_t N>
+Position Clustering<T, N>::partner_of_started_(const Delta& delta, Position at) const {
+    const Position alone = batch_.position[delta.at];
+    return alone < at && overtaken_[delta.at] == 0 ? alone : no_partner;
 }
 
 template <typename T, std::size_t N>

@@ -96,11 +96,12 @@ private:
     [[nodiscard]] Nearest find_nearest_of_all_(const Delta& delta);
     [[nodiscard]] Nearest adding_to_(Position c, const Cluster& delta) const;
     [[nodiscard]] bool is_hit_(const Nearest& nearest) const;
+    [[nodiscard]] Position partner_of_started_(const Delta& delta, Position at) const;
 
     // The four ways on for a delta: a free position, a cluster, or the position that a merge frees.
     void start_(const Cluster& delta, Position partner, T partner_delta);
     void insert_(const Nearest& nearest, const Cluster& delta);
-    [[nodiscard]] bool merge_and_start_(Position x, const Cluster& delta, Membership& membership);
+    [[nodiscard]] bool merge_and_start_(Position x, const Delta& delta, Membership& membership);
     void absorb_(Position p, Position x);
 
     Storage<T, N> storage_;

@@ -52,21 +52,23 @@ Position Merges<T, N>::find_below_(T cost) {
     const std::size_t nr_found = sieve_.lowest(found_.data(), shadow_of_cost_.data(), size_);
     Position best = found_[0];
     for (std::size_t i = 1; i < nr_found; ++i)
-        if (stands_before_(found_[i], best)) best = found_[i];
+        best = stands_before_(found_[i], best) ? found_[i] : best;
     lowest_ = cost_of_[best];
     return lowest_ < cost ? best : no_partner;
 }
 
 template <typename T, std::size_t N>
 bool Merges<T, N>::stands_before_(Position a, Position b) const {
-    if (cost_of_[a] != cost_of_[b]) return cost_of_[a] < cost_of_[b];
-    return b != 1 && by_size_.before(a, b);
+    const bool level = cost_of_[a] == cost_of_[b];
+    return (cost_of_[a] < cost_of_[b]) | (level & (b != 1) & by_size_.before(a, b));
 }
 
 template <typename T, std::size_t N>
 void Merges<T, N>::renew() {
     owners_wait_ = false;  // all of them are searched again
     if (marked_[0] == no_partner) return;
+    const Position b = marked_[1];
+    if (partner_of_b_ != no_partner) set_(b, partner_of_b_, cost_(b, partner_of_b_));
     gather_marked_();
     for (const Position c : work_)
         search(c);
@@ -118,12 +120,13 @@ void Merges<T, N>::after_insert(Position c, bool choose) {
 }
 
 template <typename T, std::size_t N>
-void Merges<T, N>::after_merge(Position a, Position b) {
+void Merges<T, N>::after_merge(Position a, Position b, Position partner_of_b) {
     const auto columns = storage_.shadows();
     const std::size_t nr_found =
         sieve_.cheaper(found_.data(), columns, {shadow_of_cost_.data(), partner_.data()}, a + 1,
                        size_, shadow(columns, a), shadow(columns, b), slack_);
     marked_ = {a, b};
+    partner_of_b_ = partner_of_b;
     for (std::size_t i = 0; i < nr_found; ++i)
         offer_marked_(found_[i]);
     // Those of owners can also rise.  Mostly `renew` comes next, which searches owners anew.
@@ -189,7 +192,8 @@ void Merges<T, N>::gather_owners_(Position partner) {
     owners_.for_each(partner, [&](Position x) { work_.push_back(x); });
 }
 
-/// All whose merge is with a marked cluster or their own mark says so, once each.
+/// All whose merge is with a marked cluster or their own mark says so, once each; but not who has
+/// been given what a search would find.
 template <typename T, std::size_t N>
 void Merges<T, N>::gather_marked_() {
     const auto [a, b] = marked_;
@@ -197,7 +201,7 @@ void Merges<T, N>::gather_marked_() {
     gather_owners_(a);
     if (b != a) gather_owners_(b);
     if (a != 0) work_.push_back(a);
-    if (b != a && partner_[b] != a) work_.push_back(b);
+    if (b != a && partner_[b] != a && partner_[b] != partner_of_b_) work_.push_back(b);
 }
 
 template class Merges<double, 1>;

@@ -59,8 +59,9 @@ public:
     void after_insert(Position c, bool choose);
     /// `a` absorbed what was at `b`, and `b` holds something else now.  Both are marked: who has
     /// one of them as partner keeps the cost of before until one of the two renewals above, which
-    /// must come ahead of the next change.
-    void after_merge(Position a, Position b);
+    /// must come ahead of the next change.  Where it is known what a search would give `b`, `renew`
+    /// can do without.
+    void after_merge(Position a, Position b, Position partner_of_b = no_partner);
 
 private:
     [[nodiscard]] Position find_below_(T cost);
@@ -89,7 +90,8 @@ private:
 
     T lowest_ = 0;  // no remembered cost is below
     std::array<Position, 2> marked_{no_partner, no_partner};
-    bool owners_wait_ = false;  // for the offers of those marked
+    Position partner_of_b_ = no_partner;  // of the second, to be, if that is known
+    bool owners_wait_ = false;            // for the offers of those marked
 
     std::vector<Position> found_;  // by the sieve
     std::vector<Position> work_;   // positions to be dealt with

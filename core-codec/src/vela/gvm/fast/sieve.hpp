@@ -85,8 +85,8 @@ inline constexpr float tolerance = 1.07f;
 /// The bracket above; infinite where the bound does not hold.
 [[nodiscard]] float slack(std::size_t nr_deltas, std::size_t axes, double largest);
 
-/// The functions for one instruction set.  Lists of positions are ascending, and room for as many
-/// as there are clusters is the caller's.
+/// The functions for one instruction set.  Lists of positions are ascending; room for as many as
+/// there are clusters, and `padding` more, is the caller's.
 template <std::size_t N>
 struct Functions {
     /// For each delta, which of the clusters [0, size) it can be added to at least cost.

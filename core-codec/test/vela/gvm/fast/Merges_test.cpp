@@ -143,6 +143,30 @@ TEST(FastMerges, AHitLeavesItToOthersWhatTheMergeBeforeHasTaught) {
     EXPECT_EQ(line.merges.cheapest_below(1569), 2u);  // with 50.5 twice: 48.5 * 48.5 * 2 / 3
 }
 
+// Who knows what a search would give saves it; but it holds from when the merge is asked for only.
+TEST(FastMerges, APartnerThatIsKnownIsTakenWhenItWouldBeSearched) {
+    for (const Position known : {no_partner, Position{0}}) {
+        for (const bool asked : {false, true}) {
+            Line line{0, 50, 51, 90};
+            line.storage.merge(1, line.storage[2], line.storage[1].united_share(line.storage[2]));
+            line.by_size.grow(1, 2);
+            line.storage.store(2, Cluster<double, 1>::alone({2}));
+            line.by_size.shrink_to_one(2);
+            line.merges.after_merge(1, 2, known);
+            if (asked)
+                line.merges.renew();
+            else
+                line.merges.renew_before(0);
+            EXPECT_EQ(line.merges.partner(2), asked ? 0u : 1u);
+            EXPECT_EQ(line.merges.partner(3), asked ? 1u : 2u);
+            if (asked) {
+                EXPECT_EQ(line.merges.cheapest_below(any_cost), 2u);
+                EXPECT_EQ(line.merges.bound(), 2) << "of 0 with 2";
+            }
+        }
+    }
+}
+
 TEST(FastMerges, TheLastClusterIsForgotten) {
     Line line{10, 100, 12};
     line.storage.erase(2);

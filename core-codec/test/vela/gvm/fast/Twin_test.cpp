@@ -178,6 +178,14 @@ TEST(FastLearnerTwin, EqualsThePlainOneWhereTheOnlyClusterHasGrownSinceTheLook) 
     }
 }
 
+// The look for 3 leaves the cluster at 0 alone, which absorbs the one at -2 to make room: the new
+// cluster is next to the one at 6 then, and 100 has the two merged.
+TEST(FastLearnerTwin, EqualsThePlainOneWhereTheNearestClusterIsMergedAway) {
+    static_assert(sieve::batch == 4);
+    compare<1>(3, {0, 6, -2, 6, 3, 100});
+    compare<2>(3, {0, 0, 6, 0, -2, 0, 6, 0, 3, 0, 100, 0});
+}
+
 // The sieve has no numbers for that many positions, even where few of them fill.
 TEST(FastLearnerTwin, EqualsThePlainOneWithMoreClustersThanTheSieveCanName) {
     std::vector<int> values = audio_like_values(2 * (sieve::max_clusters + 50), 4, 9000000);
