@@ -8,7 +8,7 @@
 
 namespace vela::filter::lowpass::iir {
 
-/// Three sections in a row: far cheaper than a FIR, but the phase bends near the cut-off.
+/// Three sections in a row; the phase bends near the cut-off.
 template <typename T>
 class Normal : public Normal_itf<T> {
 public:
