@@ -7,8 +7,8 @@ namespace app {
 
 namespace {
 
-int answer(vela::filter::lowpass::Normal_itf<double>& filter, double sample) {
-    return vela::numeric::truncate_to_int32(filter(sample));
+void cut(std::span<const double> answers, std::span<int> to) {
+    std::ranges::transform(answers, to.begin(), vela::numeric::truncate_to_int32);
 }
 
 }  // namespace
@@ -29,12 +29,11 @@ bool FrameLowpass::feed(vela::audio::Frames& current, vela::audio::Frames& upcom
                      << delay << std::endl;
             return false;
         }
-        const auto filtered = [=](int sample) { return answer(*filter, sample); };
-        const auto in = raw.samples();
-        const auto end = current.goc(key, size, raw.bit_depth).write().last(delay);
-        std::ranges::transform(in.first(delay), end.begin(), filtered);
-        const auto begin = upcoming.goc(key, size, raw.bit_depth).write();
-        std::ranges::transform(in.subspan(delay), begin.begin(), filtered);
+        samples_.assign(raw.samples().begin(), raw.samples().end());
+        const std::span answers(samples_);
+        (*filter)(answers);
+        cut(answers.first(delay), current.goc(key, size, raw.bit_depth).write().last(delay));
+        cut(answers.subspan(delay), upcoming.goc(key, size, raw.bit_depth).write());
     }
     return true;
 }
@@ -43,8 +42,9 @@ bool FrameLowpass::flush(vela::audio::Frames& current) {
     for (auto& [key, frame] : current) {
         const auto filter = filters_.find(key);
         if (filter == filters_.end()) return false;
-        for (int& sample : frame.write().last(filter->second->delay()))
-            sample = answer(*filter->second, 0.0);
+        samples_.assign(filter->second->delay(), 0.0);
+        (*filter->second)(samples_);
+        cut(samples_, frame.write().last(samples_.size()));
     }
     return true;
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <ostream>
+#include <vector>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/audio/Frame.hpp>
 #include <vela/filter/lowpass/Normal_itf.hpp>
@@ -43,6 +44,8 @@ private:
     std::uint32_t freq_;
     std::uint32_t sample_rate_;
     std::map<vela::api::ChannelVariant, Filter::Ptr> filters_;
+    /// One channel on its way through its filter, kept for the sake of its memory.
+    std::vector<double> samples_;
 };
 
 }  // namespace app

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -8,41 +11,57 @@ namespace vela::fir {
 
 /// A finite impulse response: each output is the sum of the latest inputs, weighed by the taps.
 ///
-/// Every input is written twice, one filter length apart, so that the latest ones always stand in
-/// one piece, newest first, and the sum needs no test for a wrap:
+/// Each sum runs from 0 and from the newest input to the oldest, so that its bits are fixed.  Taken
+/// alone it is a chain of additions that wait for each other; so a few taps at a time are added to
+/// all sums of a block, in a loop that compilers vectorise.
 ///
-///     history   x3 x2 x1 x0 | x3 x2 x1 x0        the cursor walks down through the left half
-///
-/// One object filters one channel and keeps its history from block to block.  No allocation after
-/// construction.
+/// One object filters one channel and keeps its latest inputs from block to block.  No allocation
+/// after the first block, unless a longer one comes.
 template <typename T>
 class Filter {
 public:
     /// REQUIRES: at least one tap.
-    explicit Filter(std::vector<T> coefs)
-        : nr_taps_(coefs.size()), coefs_(std::move(coefs)), history_(2 * nr_taps_) {}
+    explicit Filter(std::vector<T> coefs) : coefs_(std::move(coefs)), inputs_(coefs_.size() - 1) {}
 
-    /// One sample in, one out.  The sum runs from the newest input to the oldest.
-    T operator()(T x) {
-        if (cursor_ == 0) cursor_ = nr_taps_;
-        --cursor_;
-        history_[cursor_] = x;
-        history_[cursor_ + nr_taps_] = x;
-
-        const T* const newest = history_.data() + cursor_;
-        T sum{};
-        for (std::size_t i = 0; i < nr_taps_; ++i)
-            sum += coefs_[i] * newest[i];
-        return sum;
+    /// Replaces each sample by the answer to it.
+    void operator()(std::span<T> samples) {
+        inputs_.insert(inputs_.end(), samples.begin(), samples.end());
+        std::ranges::fill(samples, T{});
+        const T* newest = inputs_.data() + nr_taps() - 1;  // for the first sum
+        const std::span<const T> coefs(coefs_);
+        std::size_t i = 0;
+        for (; i + at_once <= nr_taps(); i += at_once)
+            add_(samples, newest - i, coefs.subspan(i).template first<at_once>());
+        for (; i < nr_taps(); ++i)
+            add_(samples, newest - i, coefs.subspan(i).template first<1>());
+        inputs_.erase(inputs_.begin(), inputs_.begin() + std::ssize(samples));
     }
 
-    [[nodiscard]] std::size_t nr_taps() const { return nr_taps_; }
+    /// One sample in, one out.
+    T operator()(T x) {
+        (*this)(std::span(&x, 1));
+        return x;
+    }
+
+    [[nodiscard]] std::size_t nr_taps() const { return coefs_.size(); }
 
 private:
-    std::size_t nr_taps_;
+    static constexpr std::size_t at_once = 4;
+
+    /// Adds some taps to all sums; `newest` is the input that the first of them weighs in the first
+    /// sum.
+    template <std::size_t N>
+    static void add_(std::span<T> sums, const T* newest, std::span<const T, N> some_coefs) {
+        std::array<T, N> coefs;
+        std::ranges::copy(some_coefs, coefs.begin());
+        for (std::ptrdiff_t t = 0; t < std::ssize(sums); ++t)
+            for (std::ptrdiff_t i = 0; i < std::ssize(coefs); ++i)
+                sums[t] += coefs[i] * newest[t - i];
+    }
+
     std::vector<T> coefs_;
-    std::vector<T> history_;
-    std::size_t cursor_ = 0;
+    /// Between blocks one less than there are taps, the oldest first.
+    std::vector<T> inputs_;
 };
 
 }  // namespace vela::fir

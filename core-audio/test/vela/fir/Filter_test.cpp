@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
+#include <span>
 #include <vela/fir/Filter.hpp>
 
 namespace vela::fir {
@@ -29,19 +31,24 @@ double convolved(const std::vector<double>& taps, const std::vector<double>& x, 
     return sum;
 }
 
-TEST(FirFilter, IsAConvolutionToTheBit) {
+TEST(FirFilter, IsAConvolutionToTheBitInBlocksOfAnyLength) {
     std::mt19937 rng(1);
     std::uniform_real_distribution<double> uniform(-8388608.0, 8388607.0);
-    for (const std::size_t nr_taps : {1, 2, 3, 66, 73}) {
+    for (const std::size_t nr_taps : {1, 2, 3, 4, 5, 66, 73, 79}) {
         std::vector<double> taps(nr_taps);
         for (double& tap : taps)
             tap = uniform(rng) / 8388608.0;
         std::vector<double> x(1000);
+        for (double& sample : x)
+            sample = uniform(rng);
+        auto answers = x;
         Filter<double> filter(taps);
-        for (std::size_t t = 0; t < x.size(); ++t) {
-            x[t] = uniform(rng);
-            ASSERT_EQ(filter(x[t]), convolved(taps, x, t)) << nr_taps << " taps at " << t;
+        for (std::size_t at = 0, size = 0; at < x.size(); at += size) {
+            size = std::min<std::size_t>(rng() % 150, x.size() - at);
+            filter(std::span(answers).subspan(at, size));
         }
+        for (std::size_t t = 0; t < x.size(); ++t)
+            ASSERT_EQ(answers[t], convolved(taps, x, t)) << nr_taps << " taps at " << t;
     }
 }
 

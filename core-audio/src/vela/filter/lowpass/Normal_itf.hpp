@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 namespace vela::filter::lowpass {
 
@@ -16,7 +17,12 @@ public:
 
     /// Samples by which the output lags behind the input.
     [[nodiscard]] virtual unsigned delay() const = 0;
-    virtual T operator()(T x) = 0;
+    /// Replaces each sample by the answer to it; a block at once is faster by far.
+    virtual void operator()(std::span<T> samples) = 0;
+    T operator()(T x) {
+        (*this)(std::span(&x, 1));
+        return x;
+    }
 };
 
 }  // namespace vela::filter::lowpass

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <vector>
 #include <vela/filter/lowpass/create_normal.hpp>
 #include <vela/filter/lowpass/fir/get_coefs.hpp>
 #include <vela/filter/lowpass/iir/get_coefs.hpp>
@@ -52,6 +53,23 @@ TEST(CreateNormal, IirFirstAnswersWithTheProductOfItsGains) {
         for (const auto& coef : *iir::get_coefs(freq, rate))
             product = coef.gain * product;
         EXPECT_EQ((*create_normal<double>(Type::IIR, freq, rate))(1.0), product);
+    }
+}
+
+TEST(CreateNormal, ABlockIsAnsweredAsOneByOne) {
+    for (const Type type : {Type::None, Type::FIR, Type::IIR}) {
+        SCOPED_TRACE(testing::Message() << type);
+        const auto at_once = create_normal<double>(type, 19000, 48000);
+        const auto one_by_one = create_normal<double>(type, 19000, 48000);
+        for (int block = 0; block < 3; ++block) {
+            std::vector<double> samples, answers;
+            for (int i = 0; i < 100; ++i)
+                samples.push_back((i * i + block) % 37 - 18);
+            for (const double x : samples)
+                answers.push_back((*one_by_one)(x));
+            (*at_once)(samples);
+            EXPECT_EQ(samples, answers);
+        }
     }
 }
 

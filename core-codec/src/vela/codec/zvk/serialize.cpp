@@ -71,19 +71,17 @@ constexpr auto reversed = [] {
     return all;
 }();
 
-constexpr std::uint32_t ones(std::uint64_t count) {
-    return (std::uint32_t{1} << count) - 1;
-}
-
 bool put_ix(Cursor& at, unsigned& bits_left, std::uint64_t ix, unsigned k) {
-    constexpr unsigned piece = 32 - 1 - max_k;
+    constexpr unsigned piece = 32 - 1 - max_k;  // of a prefix, if a code is longer than a put
+    std::uint64_t width = (ix >> k) + 1 + k;
+    if (bits_left < width) return false;
+    bits_left -= static_cast<unsigned>(width);
+    for (; width > 32; width -= piece)
+        Writer::put(at, (1u << piece) - 1, piece);
+
+    const auto prefix = static_cast<std::uint32_t>((std::uint64_t{1} << width) - (2u << k));
     const std::uint32_t low_bits = reversed[ix % reversed.size()] >> (max_k - k);
-    std::uint64_t q = ix >> k;
-    if (bits_left < q + 1 + k) return false;
-    bits_left -= static_cast<unsigned>(q) + 1 + k;
-    for (; q > piece; q -= piece)
-        Writer::put(at, ones(piece), piece);
-    Writer::put(at, ones(q) << (k + 1) | low_bits, static_cast<unsigned>(q) + 1 + k);
+    Writer::put(at, prefix | low_bits, static_cast<unsigned>(width));
     return true;
 }
 

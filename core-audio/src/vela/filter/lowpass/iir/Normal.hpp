@@ -8,7 +8,7 @@
 
 namespace vela::filter::lowpass::iir {
 
-/// Three sections in a row: far cheaper than a FIR, but the phase bends near the cut-off.
+/// Three sections in a row; the phase bends near the cut-off.
 template <typename T>
 class Normal : public Normal_itf<T> {
 public:
@@ -19,7 +19,10 @@ public:
 
     /// What low frequencies lag by, a quarter to three quarters of a sample, rounded up.
     [[nodiscard]] unsigned delay() const override { return 1; }
-    T operator()(T x) override { return filter_(x); }
+    void operator()(std::span<T> samples) override {
+        for (T& x : samples)
+            x = filter_(x);
+    }
 
 private:
     Cascade<vela::iir::BiQuad<T>> filter_;

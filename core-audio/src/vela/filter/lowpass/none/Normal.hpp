@@ -9,7 +9,7 @@ template <typename T>
 class Normal : public Normal_itf<T> {
 public:
     [[nodiscard]] unsigned delay() const override { return 0; }
-    T operator()(T x) override { return x; }
+    void operator()(std::span<T>) override {}
 };
 
 }  // namespace vela::filter::lowpass::none

@@ -192,9 +192,9 @@ TEST(EncoderLoudness, ValuesOfTheMomentAreUsedUpWithAllTheirDimensions) {
          {std::tuple(Parameter::MomentaryLoudness, 132u, false),
           std::tuple(Parameter::ShortTermLoudness, 131u, false),
           std::tuple(Parameter::MaximumTruePeak, 130u, true)}) {
-        const auto records = records_of(6, [&](IEncoder& encoder, int frame) {
-            if (frame == 0) update(encoder, parameter, 2, -0.5);
-            if (frame == 0 || frame == 4) update(encoder, parameter, 3, -0.5);
+        const auto records = records_of(6, [what = parameter](IEncoder& encoder, int frame) {
+            if (frame == 0) update(encoder, what, 2, -0.5);
+            if (frame == 0 || frame == 4) update(encoder, what, 3, -0.5);
         });
         const auto first = records[0].arg2_of(opcode).value();
         EXPECT_NE(first & 1u << 21, 0u);
