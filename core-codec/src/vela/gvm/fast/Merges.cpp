@@ -52,15 +52,15 @@ Position Merges<T, N>::find_below_(T cost) {
     const std::size_t nr_found = sieve_.lowest(found_.data(), shadow_of_cost_.data(), size_);
     Position best = found_[0];
     for (std::size_t i = 1; i < nr_found; ++i)
-        best = stands_before_(found_[i], best) ? found_[i] : best;
+        if (stands_before_(found_[i], best)) best = found_[i];
     lowest_ = cost_of_[best];
     return lowest_ < cost ? best : no_partner;
 }
 
 template <typename T, std::size_t N>
 bool Merges<T, N>::stands_before_(Position a, Position b) const {
-    const bool level = cost_of_[a] == cost_of_[b];
-    return (cost_of_[a] < cost_of_[b]) | (level & (b != 1) & by_size_.before(a, b));
+    if (cost_of_[a] != cost_of_[b]) return cost_of_[a] < cost_of_[b];
+    return b != 1 && by_size_.before(a, b);
 }
 
 template <typename T, std::size_t N>
