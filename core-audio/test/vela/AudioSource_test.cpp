@@ -214,6 +214,18 @@ TEST_F(AudioSourceTest, AStereoFileIsLikeOneThatHasEnded) {
     EXPECT_FALSE(source.get(frames, span));
 }
 
+// Farther than the bytes that the reader had ahead.
+TEST_F(AudioSourceTest, AFileThatShrinksEndsTheStreamWhereItCannotBeRead) {
+    const TempFile file(wav_of(Block(100000, 7)));
+    ASSERT_TRUE(source.add(left, file.name()));
+    ASSERT_TRUE(prepare());
+    file.write(wav_of(Block(100, 7)));
+    const auto blocks = drain();
+    EXPECT_LT(blocks.size(), 25000u);
+    EXPECT_EQ(blocks, std::vector<Block>(blocks.size(), Block(frame_size, 7)));
+    EXPECT_FALSE(source.get(frames, span));
+}
+
 TEST_F(AudioSourceTest, RatesMustAgree) {
     add({1}, {.sample_rate = 48000});
     add({1}, {.sample_rate = 44100});

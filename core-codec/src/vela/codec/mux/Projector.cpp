@@ -26,8 +26,10 @@ unsigned next_bits(const std::vector<T>& words, std::size_t& at, unsigned width)
 
 template <typename T, unsigned N>
 Projector<T, N>::Projector(std::size_t nr_samples) : nr_samples_(nr_samples) {
-    // One word more, since bits are read out of two.
-    if (nr_samples_ >= head) words_.resize((capacity(nr_samples_) - 2 * head) / 32 + 2);
+    if (nr_samples_ < head) return;
+    const std::uint64_t nr_bits = std::uint64_t{N} * nr_samples_ - ((nr_samples_ - 1) >> 4);
+    if (nr_bits != capacity(nr_samples_)) return;
+    words_.resize((nr_bits - 2 * head) / 32 + 2);  // one more, since bits are read out of two
 }
 
 template <typename T, unsigned N>

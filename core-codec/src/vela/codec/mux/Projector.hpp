@@ -26,7 +26,8 @@ namespace vela::codec::mux {
 ///
 /// Holds what stands behind the CRC, the body of the record, in words of T.
 ///
-/// Range:   N from 3 to 16; a block below 16 samples holds no record.
+/// Range:   N from 3 to 16; a block below 16 samples holds no record, nor does one with more bits
+///          than 32 bits can count.
 /// Threads: an object belongs to one thread.
 template <typename T, unsigned N>
 class Projector {
@@ -37,13 +38,13 @@ public:
 
     explicit Projector(std::size_t nr_samples);
 
-    /// Bits that a block can hide.
+    /// Bits that a block can hide, counted in 32 bits.
     [[nodiscard]] static constexpr std::uint32_t capacity(std::size_t nr_samples) {
         const auto l = static_cast<std::uint32_t>(nr_samples);
         return N * l - ((l - 1) >> 4);
     }
 
-    /// Bits of the body; none says that the block is too short for a sync word.
+    /// Bits of the body; none says that the block is too short for a sync word, or too long.
     [[nodiscard]] std::uint32_t body_bits() const;
 
     /// Where they are written.  They are 0 at first.
@@ -51,7 +52,7 @@ public:
 
     /// Sets the sync word and the bits of the body in the first L samples.  The low N
     /// bits of the samples must be 0: a bit can only be set here.  False, with nothing set, for a
-    /// range that is not valid or shorter than L, or if L is below 16.
+    /// range that is not valid or shorter than L, or if the block holds no record.
     [[nodiscard]] bool project(Range<int*> samples) const;
 
     /// The same for the CRC.

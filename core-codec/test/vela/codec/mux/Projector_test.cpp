@@ -172,6 +172,14 @@ TEST(Projector, ShortBlocksHoldNoRecord) {
     }
 }
 
+// Their bits would wrap, and most samples would be filled from behind the words.
+TEST(Projector, BlocksWithMoreBitsThanCanBeCountedHoldNoRecord) {
+    constexpr std::size_t l = std::size_t{1} << 31;
+    EXPECT_NE((Projector<unsigned, 3>::capacity(l)), 0u);
+    EXPECT_EQ((Projector<unsigned, 3>(l).body_bits()), 0u);
+    EXPECT_EQ((Projector<unsigned, 16>(l).body_bits()), 0u);
+}
+
 TEST(Projector, RangesThatDoNotHoldTheBlockAreRefused) {
     const Projector<unsigned, 3> projector(20);
     std::vector<int> samples(19);

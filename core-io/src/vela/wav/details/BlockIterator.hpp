@@ -49,7 +49,8 @@ public:
     [[nodiscard]] bool is_mono() const;
 
     /// Reads the current block to where its samples shall be, past the cache; zeros fill up what it
-    /// is shorter than `to`.  False if it is not mono, or the file cannot be read.
+    /// is shorter than `to`.  False if it is not mono, with `to` as it was, or if the file cannot
+    /// be read, with part of the block in `to`.
     [[nodiscard]] bool read_mono(std::span<T> to);
 
     /// Goes on to the next block and drops the one that was read.
