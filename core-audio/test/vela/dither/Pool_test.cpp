@@ -102,6 +102,12 @@ TEST(Pool, NarrowSamplesStopAtTheirOwnFullScale) {
     }
 }
 
+TEST(Pool, SilenceIsTheNoiseEvenBeyondFullScale) {
+    const auto noise = table_of(Pool(10, 0, 4, 2000), 2000);
+    EXPECT_LT(std::ranges::min(noise), -8);
+    EXPECT_GT(std::ranges::max(noise), 7);
+}
+
 TEST(Pool, MoreSamplesThanNoiseAreRefused) {
     const Pool pool(8, 0, 32, 10);
     std::vector<int> samples(11, 7);

@@ -20,7 +20,7 @@
 /// 2 D 2^-24, so that the estimated distance is off by less than e, e^2 = A D^2 2^-44.  From
 /// |x + y|^2 <= (1 + 1/32) |x|^2 + 33 |y|^2 follows, in both directions, for w <= W:
 ///
-///     estimate <= 1.032 cost + 34 W e^2        cost <= 1.032 estimate + 34 W e^2
+///     estimate <= 1.033 cost + 34 W e^2        cost <= 1.033 estimate + 34 W e^2
 ///
 /// (with room for the roundings of squares, weights and products, and for 1 in 1024 that
 /// reciprocals and block numbers take).  A cluster whose exact cost is not above that of the

@@ -167,6 +167,29 @@ TEST(FastMerges, APartnerThatIsKnownIsTakenWhenItWouldBeSearched) {
     }
 }
 
+// The two ways round differ in the last bits where deltas far apart have a mean near 0.
+TEST(FastMerges, APartnerThatIsKnownCostsToTheBitWhatASearchWouldFind) {
+    double costs[2];
+    for (const bool known : {false, true}) {
+        Line line{1, 800, 801, 950};
+        for (const double value : {26, 49, -159, 62})
+            line.insert(0, value);
+        line.storage.merge(1, line.storage[2], line.storage[1].united_share(line.storage[2]));
+        line.by_size.grow(1, 2);
+        line.storage.store(2, Cluster<double, 1>::alone({25}));
+        line.by_size.shrink_to_one(2);
+        line.merges.after_merge(1, 2, known ? 0 : no_partner);
+        line.merges.renew();
+        EXPECT_EQ(line.merges.cheapest_below(any_cost), 2u);
+        costs[known] = line.merges.bound();
+
+        double other_way_round;
+        line.storage[0].merge_delta(other_way_round, line.storage[2]);
+        EXPECT_NE(costs[known], other_way_round);
+    }
+    EXPECT_EQ(costs[true], costs[false]);
+}
+
 TEST(FastMerges, TheLastClusterIsForgotten) {
     Line line{10, 100, 12};
     line.storage.erase(2);

@@ -186,6 +186,29 @@ TEST(FastLearnerTwin, EqualsThePlainOneWhereTheNearestClusterIsMergedAway) {
     compare<2>(3, {0, 0, 6, 0, -2, 0, 6, 0, 3, 0, 100, 0});
 }
 
+// As long as remembered costs are true, clusters that are merged to make room for a delta come no
+// nearer to it than its nearest cluster.  Here (0, 0) has grown by its neighbours at (9, 0), and a
+// hit has kept its merge with (-10, 0) from being renewed.  That seems cheap still when (-1, 6)
+// comes, to which (0, 16) is nearest; but what the merge makes is nearer.
+TEST(FastLearnerTwin, EqualsThePlainOneWhereAStaleMergeMakesTheNearestCluster) {
+    static_assert(sieve::batch == 4);
+    std::vector<int> values;
+    const auto add = [&](int count, int x, int y) {
+        for (; count > 0; --count)
+            values.insert(values.end(), {x, y});
+    };
+    add(12, 0, 16);
+    add(9, -10, 0);
+    add(1, 0, 0);
+    add(9, 9, 0);
+    add(1, 300, 0);
+    add(4, 0, 16);
+    ASSERT_EQ(values.size() / 2 % sieve::batch, 0u) << "the next is looked at with the merge stale";
+    add(1, -1, 6);
+    add(1, 600, 0);
+    compare<2>(4, values);
+}
+
 // The sieve has no numbers for that many positions, even where few of them fill.
 TEST(FastLearnerTwin, EqualsThePlainOneWithMoreClustersThanTheSieveCanName) {
     std::vector<int> values = audio_like_values(2 * (sieve::max_clusters + 50), 4, 9000000);

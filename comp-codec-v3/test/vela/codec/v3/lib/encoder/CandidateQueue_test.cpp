@@ -137,7 +137,7 @@ TEST(CandidateQueue, ACarrierIsFinishedWhenNoneIsLeftAndNoneAtWork) {
     EXPECT_EQ(queue.finished().size(), 2u);
 }
 
-// The main thread takes mixes first, and the others what is short: it muxes the winners besides.
+// The main thread takes first what is short, until the others are awake, and these the mixes.
 TEST(CandidateQueue, GivesTheCarriersFirstThatAreAskedForFirst) {
     for (const auto& [first, order] :
          {std::pair(First::turn, Counts{3, 203, 303, 4, 204, 304}),

@@ -206,5 +206,15 @@ TEST(EncoderThreads, SearchTheWholeRangeOnManyThreads) {
         EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr, 1024, frame)));
 }
 
+// Which thread ends last differs from frame to frame; a winner that nobody serialised fails one.
+TEST(EncoderThreads, EveryWinnerIsSerialisedWhoeverEndsLast) {
+    for (const unsigned nr_threads : {2u, 3u}) {
+        const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+        Frames out;
+        for (unsigned frame = 0; frame < 100 && !HasFailure(); ++frame)
+            EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr, 256, frame)));
+    }
+}
+
 }  // namespace
 }  // namespace vela::codec::v3::encoder
