@@ -64,7 +64,8 @@ private:
     };
     using GroupPtr = std::shared_ptr<encode::Group>;
     using Code = encode::Chain::Code;
-    /// The best candidate of a carrier.  One thread takes it to the muxer, and keeps what that says.
+    /// The best candidate of a carrier.  One thread takes it to the muxer, and keeps what that
+    /// says.
     struct Winner {
         GroupPtr group;
         bool is_taken = false;
