@@ -29,7 +29,8 @@ Projector<T, N>::Projector(std::size_t nr_samples) : nr_samples_(nr_samples) {
     if (nr_samples_ < head) return;
     const std::uint64_t nr_bits = std::uint64_t{N} * nr_samples_ - ((nr_samples_ - 1) >> 4);
     if (nr_bits != capacity(nr_samples_)) return;
-    words_.resize((nr_bits - 2 * head) / 32 + 2);  // one more, since bits are read out of two
+    const std::uint64_t nr_body_bits = nr_bits - std::uint64_t{2} * head;
+    words_.resize(nr_body_bits / 32 + 2);  // one more, since bits are read out of two
 }
 
 template <typename T, unsigned N>
