@@ -17,11 +17,11 @@ public:
 
     /// Samples by which the output lags behind the input.
     [[nodiscard]] virtual unsigned delay() const = 0;
-    /// Replaces each sample by the answer to it; a block at once is faster by far.
-    virtual void operator()(std::span<T> samples) = 0;
-    T operator()(T x) {
-        (*this)(std::span(&x, 1));
-        return x;
+    virtual T operator()(T x) = 0;
+    /// Replaces each sample by the answer to it: the same, and faster where a block gains by it.
+    virtual void operator()(std::span<T> samples) {
+        for (T& x : samples)
+            x = (*this)(x);
     }
 };
 

@@ -16,6 +16,7 @@ public:
     [[nodiscard]] unsigned delay() const override {
         return static_cast<unsigned>(filter_.nr_taps() >> 1);
     }
+    T operator()(T x) override { return filter_(x); }
     void operator()(std::span<T> samples) override { filter_(samples); }
 
 private:

@@ -19,10 +19,8 @@ public:
 
     /// What low frequencies lag by, a quarter to three quarters of a sample, rounded up.
     [[nodiscard]] unsigned delay() const override { return 1; }
-    void operator()(std::span<T> samples) override {
-        for (T& x : samples)
-            x = filter_(x);
-    }
+    using Normal_itf<T>::operator();
+    T operator()(T x) override { return filter_(x); }
 
 private:
     Cascade<vela::iir::BiQuad<T>> filter_;

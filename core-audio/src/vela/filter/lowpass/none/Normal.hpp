@@ -9,7 +9,8 @@ template <typename T>
 class Normal : public Normal_itf<T> {
 public:
     [[nodiscard]] unsigned delay() const override { return 0; }
-    void operator()(std::span<T>) override {}
+    using Normal_itf<T>::operator();
+    T operator()(T x) override { return x; }
 };
 
 }  // namespace vela::filter::lowpass::none

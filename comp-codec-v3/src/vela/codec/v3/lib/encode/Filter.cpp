@@ -17,8 +17,7 @@ bool Filter::update(const Group& group) {
 
 void Filter::clear() {
     const std::lock_guard lock(mutex_);
-    for (auto& [carrier, filter] : filters_)
-        filter.clear();
+    filters_.clear();
 }
 
 }  // namespace vela::codec::v3::encode

@@ -3,11 +3,16 @@
 
 namespace vela::codec::v3::encode::details {
 
-// A retry adds a second point of the same count, behind the first.
 void Filter::update(std::uint32_t nr_bitlines, float quality) {
-    const auto behind = std::ranges::upper_bound(points_, nr_bitlines, {}, &Point::nr_bitlines);
-    points_.insert(behind, {nr_bitlines, quality});
+    points_.push_back({nr_bitlines, quality});
+    sort_();
     prune_();
+}
+
+// Stable: a retry adds a second point of the same count, and the order of the two must not depend
+// on the library.
+void Filter::sort_() {
+    std::ranges::stable_sort(points_, {}, &Point::nr_bitlines);
 }
 
 void Filter::prune_() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <deque>
 
 namespace vela::codec::v3::encode::details {
 
@@ -22,18 +22,16 @@ public:
 
     void update(std::uint32_t nr_bitlines, float quality);
 
-    /// Forgets all points.
-    void clear() { points_.clear(); }
-
     /// Whether this count cannot win any more.
     [[nodiscard]] bool operator()(std::uint32_t nr_bitlines) const;
 
-    [[nodiscard]] const std::vector<Point>& points() const { return points_; }
+    [[nodiscard]] const std::deque<Point>& points() const { return points_; }
 
 private:
+    void sort_();
     void prune_();
 
-    std::vector<Point> points_;
+    std::deque<Point> points_;
 };
 
 }  // namespace vela::codec::v3::encode::details
