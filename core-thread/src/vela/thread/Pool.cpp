@@ -1,4 +1,3 @@
-#include <chrono>
 #include <utility>
 #include <vela/thread/Pool.hpp>
 #include <vela/thread/awake.hpp>
@@ -28,7 +27,7 @@ Pool::~Pool() {
 }
 
 bool Pool::start_(std::function<bool()> task, std::uint64_t nr_wanted) {
-    const Lock lock(mutex_);
+    Lock lock = lock_awake(mutex_);
     if (nr_wanted == 0 || nr_wanted > nr_threads_ || state_ != State::idle) return false;
 
     task_ = std::move(task);
@@ -36,18 +35,19 @@ bool Pool::start_(std::function<bool()> task, std::uint64_t nr_wanted) {
     ++round_;
     nr_wanted_ = nr_wanted;
     state_ = State::starting;
+    lock.unlock();
     for (Worker& worker : threads_)
         if (worker.number < nr_wanted) worker.start_cv.notify_one();
     return true;
 }
 
 bool Pool::stop() {
-    Lock lock(mutex_);
+    Lock lock = lock_awake(mutex_);
     if (state_ == State::idle) return false;
 
-    control_wait_(lock, [this] { return state_ == State::running; });
+    wait_awake(lock, control_cv_, [this] { return state_ == State::running; });
     state_ = State::stopping;
-    control_wait_(lock, [this] { return nr_running_ == 0; });
+    wait_awake(lock, control_cv_, [this] { return nr_running_ == 0; });
     nr_finished_ = 0;
     state_ = State::idle;
     task_ = nullptr;
@@ -55,56 +55,59 @@ bool Pool::stop() {
     return true;
 }
 
-// What is waited for is mostly near.
-template <typename Condition>
-void Pool::control_wait_(Lock& lock, Condition condition) {
-    lock.unlock();
-    const bool is_there = wait_awake(std::chrono::microseconds(50), [&] {
-        const Lock again(mutex_);
-        return condition();
-    });
-    lock.lock();
-    if (!is_there) control_cv_.wait(lock, condition);
+void Pool::operator()(Worker& worker) {
+    if (worker.number == 0) run_errands_(worker);
+    while (wait_for_round_(worker)) {
+        run_task_();
+        if (worker.number == 0) run_errands_(worker);
+    }
 }
 
-void Pool::operator()(Worker& worker) {
-    Lock lock(mutex_);
-    while (wait_for_round_(lock, worker))
-        run_task_(lock);
+bool Pool::is_wanted_(const Worker& worker) const {
+    const bool is_in_round = worker.number < nr_wanted_ && worker.last_round != round_;
+    return quit_ || (state_ == State::starting && is_in_round);
+}
+
+// Until it is wanted again, or there was nothing to do for a while.
+void Pool::run_errands_(const Worker& worker) {
+    static_cast<void>(wait_awake(patience, [&] {
+        while (!is_wanted_(worker))
+            if (!errands_.run_one()) return false;
+        return true;
+    }));
 }
 
 // False if there will be no more rounds.
-bool Pool::wait_for_round_(Lock& lock, Worker& worker) {
-    worker.start_cv.wait(lock, [&] {
-        const bool wanted = worker.number < nr_wanted_ && worker.last_round != round_;
-        return quit_ || (state_ == State::starting && wanted);
-    });
+bool Pool::wait_for_round_(Worker& worker) {
+    Lock lock = lock_awake(mutex_);
+    worker.start_cv.wait(lock, [&] { return is_wanted_(worker); });
     if (quit_) return false;
     worker.last_round = round_;
     ++nr_running_;
-    if (nr_running_ + nr_finished_ == nr_wanted_) {
-        state_ = State::running;
-        control_cv_.notify_one();
-    }
+    if (nr_running_ + nr_finished_ != nr_wanted_) return true;
+    state_ = State::running;
+    lock.unlock();
+    control_cv_.notify_one();
     return true;
 }
 
-void Pool::run_task_(Lock& lock) {
-    bool again = true;
-    while (again && state_ != State::stopping) {
-        lock.unlock();
+void Pool::run_task_() {
+    bool again = false;
+    do
         again = task_();
-        lock.lock();
-    }
+    while (again && state_ != State::stopping);
+
+    Lock lock = lock_awake(mutex_);
     if (!again && nr_running_ == 1 && nr_finished_ + 1 == nr_wanted_) {
         // Still counted as running, so that `stop` waits and leaves the function in place.
         lock.unlock();
         on_all_done_();
         lock.lock();
     }
-    --nr_running_;
     if (!again) ++nr_finished_;
-    if (nr_running_ == 0) control_cv_.notify_one();
+    const bool is_last = --nr_running_ == 0;
+    lock.unlock();
+    if (is_last) control_cv_.notify_one();
 }
 
 }  // namespace vela::thread

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <list>
 #include <mutex>
 #include <thread>
+#include <vela/thread/Errands.hpp>
 
 namespace vela::thread {
 
@@ -21,7 +23,8 @@ namespace vela::thread {
 ///
 /// To wake a thread on a processor that sleeps costs as much as a small candidate does.  So a round
 /// wakes no more threads than it is started for, the same ones each time, whose memory is near, and
-/// each of them once: a thread that is finished sleeps on into the next round.
+/// each of them once: a thread that is finished sleeps on into the next round.  The first of them
+/// stays awake for a while, since that round is mostly near, and does errands until it begins.
 ///
 /// Threads:  one thread controls the pool; the task runs on all its threads at once, unlocked.
 class Pool {
@@ -34,6 +37,9 @@ public:
     ~Pool();
 
     [[nodiscard]] std::uint64_t nr_threads() const { return nr_threads_; }
+
+    /// What a thread is to do between two rounds, if it gets there.
+    [[nodiscard]] Errands& errands() { return errands_; }
 
     /// Runs a copy of `task`, a callable that returns bool, on every thread.  False, with nothing
     /// done, without threads or before the last round is stopped.
@@ -67,24 +73,24 @@ private:
 
     /// The body of each thread.
     void operator()(Worker& worker);
-    bool wait_for_round_(Lock& lock, Worker& worker);
-    void run_task_(Lock& lock);
-
-    template <typename Condition>
-    void control_wait_(Lock& lock, Condition condition);
+    bool wait_for_round_(Worker& worker);
+    [[nodiscard]] bool is_wanted_(const Worker& worker) const;
+    void run_errands_(const Worker& worker);
+    void run_task_();
 
     const std::uint64_t nr_threads_;
-    State state_ = State::idle;
+    Errands errands_;
+    std::atomic<State> state_ = State::idle;
     std::function<bool()> task_;
     std::function<void()> on_all_done_;
     std::list<Worker> threads_;
-    std::uint64_t round_ = 0;  // counts them
-    std::uint64_t nr_wanted_ = 0;
-    std::uint64_t nr_running_ = 0;
+    std::atomic<std::uint64_t> round_ = 0;  // counts them
+    std::atomic<std::uint64_t> nr_wanted_ = 0;
+    std::atomic<std::uint64_t> nr_running_ = 0;
     std::uint64_t nr_finished_ = 0;
-    std::mutex mutex_;                    // guards all of these
+    std::mutex mutex_;                    // guards all of these; what is atomic may be read without
     std::condition_variable control_cv_;  // `stop` waits here
-    bool quit_ = false;
+    std::atomic<bool> quit_ = false;
 };
 
 }  // namespace vela::thread

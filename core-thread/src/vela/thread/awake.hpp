@@ -1,10 +1,15 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <thread>
 
 namespace vela::thread {
+
+/// How long to wait awake for what is mostly near: twice as long as it takes to fall asleep and be
+/// woken.
+constexpr std::chrono::microseconds patience(50);
 
 /// Asks again and again, for at most that long, whether what is waited for is there.
 ///
@@ -28,6 +33,17 @@ template <typename Mutex>
     std::unique_lock lock(mutex, std::defer_lock);
     if (!wait_awake(std::chrono::microseconds(10), [&] { return lock.try_lock(); })) lock.lock();
     return lock;
+}
+
+/// Waits awake for what is mostly near, and then asleep.  The condition is changed under the mutex
+/// of `lock`, but asked without, so that nobody who has to change it finds the mutex taken.
+template <typename Condition>
+void wait_awake(std::unique_lock<std::mutex>& lock, std::condition_variable& cv,
+                Condition condition) {
+    lock.unlock();
+    static_cast<void>(wait_awake(patience, condition));
+    lock = lock_awake(*lock.mutex());
+    cv.wait(lock, condition);
 }
 
 }  // namespace vela::thread

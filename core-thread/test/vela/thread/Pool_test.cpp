@@ -201,5 +201,46 @@ TEST(Pool, StopComesBetweenTwoCallsOfATaskThatNeverEnds) {
     }
 }
 
+// A round is near when the last one has ended, so that somebody is awake for what has come up.
+TEST(PoolErrands, AreDoneAfterARoundWithoutBeingAskedFor) {
+    for (const auto count : counts) {
+        Pool pool(count);
+        std::atomic<bool> is_done = false;
+        ASSERT_TRUE(pool.start([&] {
+            pool.errands().post([&] { is_done = true; });
+            return false;
+        }));
+        ASSERT_TRUE(pool.stop());
+        while (!is_done)
+            std::this_thread::yield();
+        pool.errands().finish();
+    }
+}
+
+TEST(PoolErrands, DoNotKeepARoundFromBeginning) {
+    Pool pool(2);
+    std::atomic<bool> is_over = false;
+    Errands::Errand endless = [&] {
+        if (!is_over) pool.errands().post(endless);
+    };
+    endless();
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_TRUE(pool.start([] { return false; }));
+        ASSERT_TRUE(pool.stop());
+    }
+    is_over = true;
+    pool.errands().finish();
+}
+
+TEST(PoolErrands, ThatNobodyFinishesGoWithThePool) {
+    const auto captured = std::make_shared<int>(0);
+    for (const auto count : {0, 1, 3}) {
+        Pool pool(static_cast<unsigned long>(count));
+        for (int i = 0; i < 1000; ++i)
+            pool.errands().post([captured] { ++*captured; });
+    }
+    EXPECT_EQ(captured.use_count(), 1);
+}
+
 }  // namespace
 }  // namespace vela::thread

@@ -18,6 +18,29 @@ TEST(WaitAwake, SaysWhetherItIsThereInTime) {
     EXPECT_FALSE(wait_awake(microseconds(100), [] { return false; }));
 }
 
+// Others who change the condition are not kept waiting for the mutex meanwhile.
+TEST(WaitAwake, SleepsForWhatIsNotNear) {
+    for (const auto delay : {microseconds(0), 20 * patience, 200 * patience}) {
+        std::mutex mutex;
+        std::condition_variable cv;
+        std::atomic<bool> is_there = false;
+        std::thread other([&] {
+            std::this_thread::sleep_for(delay);
+            {
+                const std::lock_guard lock(mutex);
+                is_there = true;
+            }
+            cv.notify_one();
+        });
+        std::unique_lock lock(mutex);
+        wait_awake(lock, cv, [&] { return is_there.load(); });
+        EXPECT_TRUE(is_there);
+        EXPECT_TRUE(lock.owns_lock());
+        lock.unlock();
+        other.join();
+    }
+}
+
 TEST(LockAwake, LetsOneInAtATimeHoweverLongItStays) {
     std::mutex mutex;
     std::atomic<int> inside = 0;
