@@ -38,7 +38,6 @@ public:
         CandidateQueue queue;
         for (const auto& group : recipe_.groups)
             if (!push_(queue, frames, span, group)) return false;
-        queue.open();
         chain_.start_frame();
         best_.clear();
         while (const auto candidate = queue.pop())

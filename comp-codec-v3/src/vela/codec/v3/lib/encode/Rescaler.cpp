@@ -5,6 +5,7 @@
 #include <vela/limiter/scaler.hpp>
 #include <vela/pcm/shift.hpp>
 #include <vela/simd/widest.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::codec::v3::encode {
 
@@ -116,7 +117,7 @@ bool Rescaler::rescale_(Group& group, float factor) {
 }
 
 std::shared_ptr<const dither::Pool> Rescaler::goc_dither_pool_(unsigned bits) {
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     auto& pool = pools_[static_cast<float>(bits)];
     if (!pool) pool = std::make_shared<dither::Pool>(bits, 0, dither_width, dither_size);
     return pool;

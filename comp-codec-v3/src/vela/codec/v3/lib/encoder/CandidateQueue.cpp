@@ -1,4 +1,3 @@
-#include <chrono>
 #include <tuple>
 #include <vela/codec/v3/lib/encoder/CandidateQueue.hpp>
 #include <vela/thread/awake.hpp>
@@ -10,20 +9,8 @@ void CandidateQueue::push(const std::shared_ptr<const encode::Group>& draft,
     lanes_.try_emplace(draft->frame.key.channel.id(), draft).first->second.counts.push(nr_bitlines);
 }
 
-void CandidateQueue::open() {
-    is_open_ = true;
-    is_open_.notify_all();
-}
-
-// Those who come early have a few microseconds to wait.
-void CandidateQueue::wait_until_open_() const {
-    if (!thread::wait_awake(std::chrono::microseconds(50), [this] { return is_open_.load(); }))
-        is_open_.wait(false);
-}
-
 std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
-    wait_until_open_();
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     Lane* const lane = find_next_(first);
     if (!lane) return std::nullopt;
 
@@ -37,8 +24,8 @@ std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
 // Whose turn it is: the carrier that has had the fewest; of several, the one with the lowest id.
 CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
     const auto comes_before = [first](const Lane& a, const Lane& b) {
-        return std::tuple(!a.is(first), a.nr_handed_out) <
-               std::tuple(!b.is(first), b.nr_handed_out);
+        return std::tuple(!a.comes_first(first), a.nr_handed_out) <
+               std::tuple(!b.comes_first(first), b.nr_handed_out);
     };
     Lane* next = nullptr;
     for (auto& [id, lane] : lanes_)
@@ -46,8 +33,8 @@ CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
     return next;
 }
 
-bool CandidateQueue::Lane::is(First kind) const {
-    return kind == (draft->origs.size() > 1 ? First::mix : First::single);
+bool CandidateQueue::Lane::comes_first(First first) const {
+    return first == First::mix && draft->origs.size() > 1;
 }
 
 bool CandidateQueue::Lane::may_go_on() const {
@@ -56,12 +43,12 @@ bool CandidateQueue::Lane::may_go_on() const {
 }
 
 void CandidateQueue::take_back_(Lane& lane) {
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     --lane.nr_at_work;
 }
 
 std::vector<api::ChannelVariant> CandidateQueue::finished() const {
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     std::vector<api::ChannelVariant> carriers;
     for (const auto& [id, lane] : lanes_)
         if (lane.counts.empty() && lane.nr_at_work == 0) carriers.push_back(lane.draft->frame.key);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -23,15 +22,15 @@ namespace vela::codec::v3::encoder {
 /// until none of their carrier is at work, and whoever was at work on it takes them up: with two
 /// threads, of 17 candidates that were tried in a frame one had been begun in vain, as its last.
 ///
-/// Threads:  one pushes and opens; any number may pop, as long as what they got goes before the
-/// queue does.
+/// Threads:  one pushes; then any number may pop, as long as what they got goes before the queue
+/// does.
 class CandidateQueue {
     struct Lane;
 
 public:
-    /// Which carriers somebody takes first: whoever's turn it is, those with a mix, or those of a
-    /// single channel, whose candidates take a twentieth of the time.
-    enum class First { turn, mix, single };
+    /// Which carriers somebody takes first: whoever's turn it is, or those with a mix.  What is
+    /// left for the end then takes a twentieth of the time, so that all who take part end together.
+    enum class First { turn, mix };
 
     /// A candidate that was handed out; at work until the end of its life.
     class Candidate {
@@ -57,14 +56,7 @@ public:
     /// One candidate more for the carrier that the draft names; all of a carrier have one draft.
     void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t nr_bitlines);
 
-    /// Takes back all that was pushed.
-    void clear() { lanes_.clear(); }
-
-    /// Lets those go on that have come for a candidate, and will come.  Nothing is pushed any more.
-    void open();
-
-    /// Waits until the queue is open.  Nothing once all that is left waits for a candidate at work,
-    /// or nothing is left.
+    /// Nothing once all that is left waits for a candidate at work, or nothing is left.
     std::optional<Candidate> pop(First first = First::turn);
 
     /// The carriers of which no candidate is left and none at work.
@@ -86,7 +78,7 @@ private:
         explicit Lane(const std::shared_ptr<const encode::Group>& of)
             : draft(of), counts(Farther{of->prev_bitlines}) {}
 
-        [[nodiscard]] bool is(First kind) const;
+        [[nodiscard]] bool comes_first(First first) const;
         [[nodiscard]] bool may_go_on() const;
 
         std::shared_ptr<const encode::Group> draft;
@@ -96,11 +88,9 @@ private:
     };
     using Lanes = std::map<std::uint32_t, Lane>;  // by id of the carrier
 
-    void wait_until_open_() const;
     Lane* find_next_(First first);
     void take_back_(Lane& lane);
 
-    std::atomic<bool> is_open_{false};
     Lanes lanes_;
     mutable std::mutex mutex_;
 };

@@ -191,15 +191,10 @@ bool Encoder::encode_one(Frames& out, const Frames& in) {
 }
 
 bool Encoder::encode_one_() {
-    // Other threads are woken first: until they run, there are candidates for them.
-    Search search;
-    const OnRAII stop([&] { stop_threads_(search); });
-    if (!start_threads_(search)) return false;
-
     if (!downmix_()) return false;
     if (!select_loudness_(span_)) return false;
     meta_.set_value(pending_meta_);
-    if (!process_groups_(search)) return false;
+    if (!process_groups_()) return false;
     update_cyclers_();
     candidate_log_.end_frame();
     return true;

@@ -31,8 +31,8 @@ namespace vela::codec::v3::encoder {
 ///
 /// There is no look-ahead: frame k in gives frame k out in the same call.  Frames influence each
 /// other only through the counts of bit-lines and centers chosen before and through the periods of
-/// the metadata.  All calls come from one thread; the pool's threads run candidates and
-/// serialise winners.
+/// the metadata.  All calls come from one thread; the pool's threads run candidates, serialise
+/// winners, and do errands between two frames.
 class Encoder : public IEncoder {
 public:
     /// The pair of layouts must be one of `carrier_recipes()`; `create` makes sure of it.
@@ -53,6 +53,9 @@ public:
     [[nodiscard]] bool encode_one(Frames& out, const Frames& in) override;
     [[nodiscard]] bool get_quality_metric(double& result, const api::ChannelVariant& channel,
                                           QualityMetric metric) const override;
+    [[nodiscard]] thread::Errands* errands() override {
+        return nr_at_once_ > 1 ? &pool_.errands() : nullptr;
+    }
 
 private:
     /// What is known of one loudness parameter, and when it was last sent.
@@ -71,7 +74,6 @@ private:
         bool is_taken = false;
         bool is_muxed = false;
     };
-    using First = CandidateQueue::First;
     /// The candidates of a frame, and how many failed.
     struct Search {
         CandidateQueue queue;
@@ -85,13 +87,12 @@ private:
     bool encode_one_();
     bool downmix_();
     bool select_loudness_(const api::SampleSpan& span);
-    bool process_groups_(Search& search);
+    bool process_groups_();
     void forget_winners_();
     void update_cyclers_();
 
     // The candidates of a frame.
     bool start_threads_(Search& search);
-    void stop_threads_(Search& search);
     bool queue_candidates_(CandidateQueue& queue);
     bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
     bool add_(CandidateQueue& queue, const Frames& frames,
@@ -101,7 +102,7 @@ private:
                     const Frames& frames) const;
     void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
-    void work_(Search& search, First first);
+    void work_(Search& search);
     void try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures);
     GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
     void select_best_(GroupPtr& group);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::codec::v3::encoder {
 
@@ -29,15 +30,15 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 
 }  // namespace
 
-bool Encoder::process_groups_(Search& search) {
+bool Encoder::process_groups_() {
+    Search search;
     forget_winners_();
     chain_.start_frame();
     if (!queue_candidates_(search.queue)) return false;
-    search.queue.open();
 
-    // The calling thread works, too: it would only wait otherwise.  Until others are awake it is at
-    // the short candidates, so that all end together.
-    work_(search, nr_at_once_ > 1 ? First::single : First::turn);
+    // The calling thread works, too: it would only wait otherwise.
+    if (!start_threads_(search)) return false;
+    work_(search);
     pool_.stop();
     return search.nr_failures == 0 && finish_frame_();
 }
@@ -45,7 +46,7 @@ bool Encoder::process_groups_(Search& search) {
 void Encoder::forget_winners_() {
     decltype(best_) winners;
     {
-        const std::lock_guard lock(best_mutex_);
+        const auto lock = thread::lock_awake(best_mutex_);
         winners.swap(best_);
     }
     for (auto& [carrier, winner] : winners)
@@ -54,24 +55,15 @@ void Encoder::forget_winners_() {
 
 bool Encoder::start_threads_(Search& search) {
     const auto help = [this, &search] {
-        work_(search, First::mix);
+        work_(search);
         return false;
     };
     return nr_at_once_ <= 1 || pool_.start(help, nr_at_once_ - 1);
 }
 
-// On every way out of a frame: what the other threads work on ends with it.
-void Encoder::stop_threads_(Search& search) {
-    search.queue.open();
-    pool_.stop();
-}
-
-// None is tried of a frame that cannot begin.
 bool Encoder::queue_candidates_(CandidateQueue& queue) {
     const auto frames = downmixed_.start_draining();
-    if (frames && add_groups_(queue, *frames)) return true;
-    queue.clear();
-    return false;
+    return frames && add_groups_(queue, *frames);
 }
 
 bool Encoder::add_groups_(CandidateQueue& queue, const Frames& frames) const {
@@ -131,7 +123,9 @@ void Encoder::set_metadata_(encode::Group& group) const {
 }
 
 // In one call all that this thread may have: what waits for its last candidate is for it alone.
-void Encoder::work_(Search& search, First first) {
+void Encoder::work_(Search& search) {
+    using First = CandidateQueue::First;
+    const First first = nr_at_once_ > 1 ? First::mix : First::turn;
     while (const auto candidate = search.queue.pop(first))
         try_(*candidate, search.nr_failures);
     mux_finished_(search.queue);
@@ -154,7 +148,7 @@ Encoder::GroupPtr Encoder::create_group_(const encode::Group& draft, std::uint32
     group->nr_bitlines = nr_bitlines;
     group->centers_start_2 = group->centers_start_3 = centers_start(nr_bitlines);
 
-    const std::lock_guard lock(prev_centers_mutex_);
+    const auto lock = thread::lock_awake(prev_centers_mutex_);
     const auto prev = prev_centers_.find({nr_bitlines, group->frame.key});
     if (prev == prev_centers_.end()) return group;
     const auto [with_2, with_3] = prev->second;
@@ -168,14 +162,14 @@ void Encoder::select_best_(GroupPtr& group) {
     if (!group->has_score) return;
     const auto key = group->frame.key;
     {
-        const std::lock_guard lock(prev_centers_mutex_);
+        const auto lock = thread::lock_awake(prev_centers_mutex_);
         auto& [with_2, with_3] = prev_centers_[{group->nr_bitlines, key}];
         if (group->active.size() == 2)
             with_2 = static_cast<std::uint32_t>(group->centers_1d.size());
         if (group->active.size() == 3)
             with_3 = static_cast<std::uint32_t>(group->centers_2d.size());
     }
-    const std::lock_guard lock(best_mutex_);
+    const auto lock = thread::lock_awake(best_mutex_);
     auto& best = best_[key].group;
     if (!best || best->score > group->score) best.swap(group);
 }
@@ -189,7 +183,7 @@ void Encoder::mux_finished_(const CandidateQueue& queue) {
 
 // None that another thread has.
 Encoder::Winner* Encoder::take_winner_(const api::ChannelVariant& carrier) {
-    const std::lock_guard lock(best_mutex_);
+    const auto lock = thread::lock_awake(best_mutex_);
     const auto best = best_.find(carrier);
     if (best == best_.end() || best->second.is_taken) return nullptr;
     best->second.is_taken = true;
@@ -197,7 +191,7 @@ Encoder::Winner* Encoder::take_winner_(const api::ChannelVariant& carrier) {
 }
 
 bool Encoder::finish_frame_() {
-    const std::lock_guard lock(best_mutex_);
+    const auto lock = thread::lock_awake(best_mutex_);
     if (!remember_bitlines_()) return false;
 
     auto out = output_pingpong_->start_filling();

@@ -7,6 +7,7 @@
 #include <vela/api/loudness/Value.hpp>
 #include <vela/audio/Frame.hpp>
 #include <vela/codec/v3/lib/encoder/QualityMetric.hpp>
+#include <vela/thread/Errands.hpp>
 
 namespace vela::codec::v3::encoder {
 
@@ -49,6 +50,9 @@ public:
     [[nodiscard]] virtual bool get_quality_metric(double& result,
                                                   const api::ChannelVariant& channel,
                                                   QualityMetric metric) const = 0;
+
+    /// Work that the encoder's threads do while they wait for the next frame; null without threads.
+    [[nodiscard]] virtual thread::Errands* errands() = 0;
 };
 
 }  // namespace vela::codec::v3::encoder

@@ -1,5 +1,6 @@
 #include <utility>
 #include <vela/codec/v3/lib/encoder/SpareGroups.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::codec::v3::encoder {
 
@@ -12,12 +13,12 @@ SpareGroups::GroupPtr SpareGroups::copy(const encode::Group& draft) {
 
 void SpareGroups::give_back(GroupPtr group) {
     if (!group) return;
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     groups_.push_back(std::move(group));
 }
 
 SpareGroups::GroupPtr SpareGroups::take_() {
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     if (groups_.empty()) return nullptr;
     auto group = std::move(groups_.back());
     groups_.pop_back();

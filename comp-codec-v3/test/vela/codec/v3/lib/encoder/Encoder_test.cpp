@@ -1,6 +1,7 @@
 #include <string>
 #include <utility>
 #include <vela/codec/v3/lib/encoder/encoders.hpp>
+#include <vela/thread/processors.hpp>
 
 namespace vela::codec::v3::encoder {
 namespace {
@@ -183,8 +184,7 @@ TEST(EncoderThreads, ARecordThatIsRefusedFailsTheFrame) {
     }
 }
 
-// They are woken before it is known whether there will be candidates.
-TEST(EncoderThreads, GoBackToSleepWhenAFrameCannotBegin) {
+TEST(EncoderThreads, GoOnAfterAFrameThatCannotBegin) {
     for (const unsigned nr_threads : {0u, 2u, 16u}) {
         const auto encoder = make(lcr, stereo, 3, 12, nr_threads);
         auto shallow = frames_of(lcr);
@@ -197,6 +197,23 @@ TEST(EncoderThreads, GoBackToSleepWhenAFrameCannotBegin) {
             EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr)));
         }
     }
+}
+
+// With one thread at work at a time nobody has time to spare.
+TEST(EncoderThreads, RunErrandsWhereThereAreAny) {
+    EXPECT_EQ(make(lcr, stereo, 3, 12, 0)->errands(), nullptr);
+    EXPECT_EQ(make(lcr, stereo, 3, 12, 1)->errands(), nullptr);
+    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
+    const auto encoder = make(lcr, stereo, 8, 9, 2);
+    ASSERT_NE(encoder->errands(), nullptr);
+    unsigned nr_done = 0;
+    Frames out;
+    for (unsigned frame = 0; frame < 10; ++frame) {
+        encoder->errands()->post([&] { ++nr_done; });
+        EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr, 256, frame)));
+    }
+    encoder->errands()->finish();
+    EXPECT_EQ(nr_done, 10u);
 }
 
 TEST(EncoderThreads, SearchTheWholeRangeOnManyThreads) {
