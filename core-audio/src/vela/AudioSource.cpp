@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <optional>
+#include <utility>
 #include <vela/AudioSource.hpp>
 
 namespace vela {
@@ -41,14 +42,28 @@ bool AudioSource<T, K>::open_(Info& info) {
 
 template <typename T, typename K>
 bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
+    errands_.reset();
     if (inputs_.empty() || frames_left_ == 0) return false;
     for (auto& [key, info] : inputs_) {
         if (!has_block_(info)) return false;
-        auto& frame = frames.goc(key, frame_size_, bit_depth_);
-        if (!info.blocks.begin().read_mono(frame.overwrite())) return false;
+        if (!take_(frames.goc(key, frame_size_, bit_depth_), info)) return false;
     }
     span = span_;
     return true;
+}
+
+// A block that could not be read ahead is tried once more, and tells then.
+template <typename T, typename K>
+bool AudioSource<T, K>::take_(Frame& frame, Info& info) {
+    if (!info.is_ahead) return read_(frame, info);
+    frame = std::move(info.ahead);
+    info.is_ahead = false;
+    return true;
+}
+
+template <typename T, typename K>
+bool AudioSource<T, K>::read_(Frame& frame, Info& info) {
+    return info.blocks.begin().read_mono(frame.overwrite());
 }
 
 template <typename T, typename K>
@@ -59,10 +74,26 @@ bool AudioSource<T, K>::has_block_(const Info& info) {
 
 template <typename T, typename K>
 void AudioSource<T, K>::pop_front() {
-    for (auto& [key, info] : inputs_)
+    errands_.reset();
+    for (auto& [key, info] : inputs_) {
         if (info.blocks.valid()) ++info.blocks.begin();
+        info.is_ahead = false;
+    }
     span_ = {span_.stop, span_.stop + static_cast<std::int64_t>(frame_size_)};
     if (frames_left_ > 0) --frames_left_;
+}
+
+// Nothing beyond the end of the stream, wherever it is.
+template <typename T, typename K>
+void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
+    const auto has_block = [](const auto& input) { return has_block_(input.second); };
+    if (frames_left_ == 0 || !std::ranges::all_of(inputs_, has_block)) return;
+    errands_.reset(&errands);
+    for (auto& [key, info] : inputs_) {
+        info.ahead = Frame(key, frame_size_);
+        info.ahead.bit_depth = bit_depth_;
+        errands.post([&info = info] { info.is_ahead = read_(info.ahead, info); });
+    }
 }
 
 template class AudioSource<int, api::ChannelVariant>;

@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <vela/Range.hpp>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frames.hpp>
 #include <vela/api/SampleSpan.hpp>
 #include <vela/file/Name.hpp>
 #include <vela/file/Range.hpp>
+#include <vela/thread/Errands.hpp>
 #include <vela/wav/Parser.hpp>
 
 namespace vela {
@@ -16,7 +18,8 @@ namespace vela {
 ///
 /// Set the frame size and limit, `add` each channel, `prepare` once; then `get` and `pop_front` in
 /// turn.  Samples come as they stand in the files: no filter, no clipping, any width that the WAV
-/// reader knows.  One thread uses a source.  Nothing prints: a false is all there is.
+/// reader knows.  One thread uses a source; others only run the errands that it posts.  Nothing
+/// prints: a false is all there is.
 ///
 ///     file L    |-block 0-|-block 1-|-blo         the shortest file ends the stream; its last
 ///     file R    |-block 0-|-block 1-|-block 2-|-  block is filled up with zeros
@@ -26,6 +29,10 @@ template <typename T, typename K>
 class AudioSource {
 public:
     using Frames = api::Frames<T, K>;
+
+    AudioSource() = default;
+    AudioSource(const AudioSource&) = delete;
+    AudioSource& operator=(const AudioSource&) = delete;
 
     /// Samples per block and channel; at least 1, or `prepare` refuses every file.
     void set_frame_size(std::uint64_t frame_size) { frame_size_ = frame_size; }
@@ -52,6 +59,10 @@ public:
     /// Goes on to the next block.
     void pop_front();
 
+    /// Leaves the reading of the current block to whoever has time, until `get` asks for it: an
+    /// errand for each channel.  `errands` must outlive the source.
+    void read_ahead(thread::Errands& errands);
+
     /// In Hz; 0 before `prepare` has read a file.
     [[nodiscard]] std::uint32_t sample_rate() const { return sample_rate_; }
     /// Bits per sample.
@@ -61,6 +72,7 @@ public:
 
 private:
     using Parser = wav::Parser<T, file::Range>;
+    using Frame = api::Frame<T, K>;
     using Blocks = decltype(Parser::blocks);
 
     struct Info {
@@ -68,11 +80,19 @@ private:
         file::Name filename;
         /// What is not delivered yet; its begin is the read position.
         Blocks blocks;
+        /// The current block, where it could be read ahead.
+        Frame ahead;
+        bool is_ahead = false;
+    };
+    struct Finish {
+        void operator()(thread::Errands* errands) const { errands->finish(); }
     };
 
     bool open_(Info& info);
     /// Whether there is a block that can go into a frame.
     static bool has_block_(const Info& info);
+    static bool read_(Frame& frame, Info& info);
+    static bool take_(Frame& frame, Info& info);
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;
@@ -84,6 +104,8 @@ private:
     std::map<K, Info> inputs_;
     api::SampleSpan span_;
     std::uint32_t bit_depth_ = 0;
+    /// Where blocks are being read ahead; they are done before anything else goes.
+    std::unique_ptr<thread::Errands, Finish> errands_;
 };
 
 extern template class AudioSource<int, api::ChannelVariant>;

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
+#include <numeric>
 #include <support/TempFile.hpp>
 #include <support/wav_bytes.hpp>
+#include <thread>
 #include <vector>
 #include <vela/AudioSource.hpp>
 
@@ -33,6 +36,12 @@ std::string wav_of(const Block& samples, const Mono& how = {}) {
     return testing_support::wav_file(format, data);
 }
 
+Block ramp(int first, std::size_t size) {
+    Block samples(size);
+    std::iota(samples.begin(), samples.end(), first);
+    return samples;
+}
+
 /// Files and a source that reads them: the first is Left, the second Right.
 class AudioSourceTest : public testing::Test {
 protected:
@@ -47,14 +56,16 @@ protected:
         return source.prepare();
     }
 
-    /// All blocks of one channel to the end of the stream.
-    std::vector<Block> drain(const api::ChannelVariant& key = left) {
+    /// All blocks of one channel to the end of the stream, read ahead where `errands` are given.
+    std::vector<Block> drain(const api::ChannelVariant& key = left,
+                             thread::Errands* errands = nullptr) {
         std::vector<Block> blocks;
         while (source.get(frames, span)) {
             EXPECT_EQ(span.start, static_cast<std::int64_t>(blocks.size() * frame_size));
             EXPECT_EQ(span.size(), static_cast<std::int64_t>(frame_size));
             blocks.push_back(samples(key));
             source.pop_front();
+            if (errands) source.read_ahead(*errands);
         }
         return blocks;
     }
@@ -63,6 +74,13 @@ protected:
         const auto* frame = frames.find(key);
         if (!frame) return {};
         return {frame->samples().begin(), frame->samples().end()};
+    }
+
+    /// Another one, without files.
+    void start_anew() {
+        std::destroy_at(&source);
+        std::construct_at(&source);
+        files_.clear();
     }
 
     Source source;
@@ -100,7 +118,7 @@ TEST_F(AudioSourceTest, BlocksOfAllChannelsInStep) {
 
 TEST_F(AudioSourceTest, TheShortestFileEndsTheStream) {
     for (const bool short_first : {true, false}) {
-        source = Source();
+        start_anew();
         const TempFile brief(wav_of({1, 2, 3, 4, 5, 6, 7, 8}));
         const TempFile lengthy(wav_of(Block(40, 9)));
         ASSERT_TRUE(source.add(left, (short_first ? brief : lengthy).name()));
@@ -190,7 +208,7 @@ TEST_F(AudioSourceTest, OffsetSkipsTheFirstSamplesOfEveryFile) {
 
 TEST_F(AudioSourceTest, OtherWidthsPassAsTheyAre) {
     for (const std::uint16_t bits : std::initializer_list<std::uint16_t>{16, 24, 32}) {
-        source = Source();
+        start_anew();
         const TempFile file(wav_of({1, -2, 3, -4}, {.bits = bits}));
         ASSERT_TRUE(source.add(left, file.name()));
         ASSERT_TRUE(prepare());
@@ -225,6 +243,100 @@ TEST_F(AudioSourceTest, AFileThatShrinksEndsTheStreamWhereItCannotBeRead) {
     EXPECT_EQ(blocks, std::vector<Block>(blocks.size(), Block(frame_size, 7)));
     EXPECT_FALSE(source.get(frames, span));
 }
+
+/// The parameter is how many threads run errands.
+class AudioSourceThreads : public AudioSourceTest, public testing::WithParamInterface<int> {
+protected:
+    AudioSourceThreads() {
+        for (int i = 0; i < GetParam(); ++i)
+            helpers_.emplace_back([this] {
+                while (!is_over_)
+                    if (!errands.run_one()) std::this_thread::yield();
+            });
+    }
+    ~AudioSourceThreads() override {
+        is_over_ = true;
+        for (auto& helper : helpers_)
+            helper.join();
+    }
+
+    thread::Errands& errands = errands_;
+
+private:
+    thread::Errands errands_;
+    std::atomic<bool> is_over_ = false;
+    std::vector<std::thread> helpers_;
+};
+
+TEST_P(AudioSourceThreads, ReadAheadTheSameBlocks) {
+    for (const std::int32_t limit : {-1, 0, 1, 5}) {
+        SCOPED_TRACE(limit);
+        std::vector<Block> blocks[2];
+        for (const bool is_ahead : {false, true}) {
+            start_anew();
+            add(ramp(1, 4 * 300 + 2));
+            add(ramp(-5000, 4 * 400));
+            ASSERT_TRUE(prepare(limit));
+            blocks[is_ahead] = drain(right, is_ahead ? &errands : nullptr);
+        }
+        EXPECT_EQ(blocks[true].size(), limit < 0 ? 301u : static_cast<unsigned>(limit));
+        EXPECT_EQ(blocks[true], blocks[false]);
+    }
+}
+
+TEST_P(AudioSourceThreads, ABlockReadAheadStaysUntilPopToo) {
+    add({1, 2, 3, 4, 5, 6, 7, 8, 9});
+    ASSERT_TRUE(prepare());
+    source.pop_front();
+    source.read_ahead(errands);
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(source.get(frames, span));
+        EXPECT_EQ(samples(left), (Block{5, 6, 7, 8}));
+        EXPECT_EQ(frames.find(left)->bit_depth, 24u);
+        EXPECT_EQ(span.start, 4);
+    }
+    source.read_ahead(errands);
+    source.pop_front();
+    ASSERT_TRUE(source.get(frames, span));
+    EXPECT_EQ(samples(left), (Block{9, 0, 0, 0})) << "not the block that was read ahead";
+}
+
+TEST_P(AudioSourceThreads, FramesHeldElsewhereKeepTheirSamplesToo) {
+    add(ramp(1, 4 * 100));
+    ASSERT_TRUE(prepare());
+    for (int first = 1; source.get(frames, span); first += 4) {
+        const auto held = frames;
+        source.pop_front();
+        source.read_ahead(errands);
+        errands.finish();
+        ASSERT_EQ(held.find(left)->samples().front(), first);
+    }
+}
+
+TEST_P(AudioSourceThreads, WhatCannotBeReadAheadEndsTheStreamToo) {
+    const TempFile file(wav_of(Block(100000, 7)));
+    ASSERT_TRUE(source.add(left, file.name()));
+    ASSERT_TRUE(prepare());
+    file.write(wav_of(Block(100, 7)));
+    const auto blocks = drain(left, &errands);
+    EXPECT_LT(blocks.size(), 25000u);
+    EXPECT_EQ(blocks, std::vector<Block>(blocks.size(), Block(frame_size, 7)));
+    EXPECT_FALSE(source.get(frames, span));
+}
+
+// A run that fails leaves blocks behind that nobody asks for.
+TEST_P(AudioSourceThreads, EndWithWhatIsBeingReadAhead) {
+    for (int i = 0; i < 50; ++i) {
+        add(ramp(i, 4000));
+        add(ramp(i, 4000));
+        ASSERT_TRUE(prepare());
+        source.read_ahead(errands);
+        start_anew();
+        EXPECT_FALSE(errands.run_one());
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Helpers, AudioSourceThreads, testing::Values(0, 1, 3));
 
 TEST_F(AudioSourceTest, RatesMustAgree) {
     add({1}, {.sample_rate = 48000});
@@ -272,7 +384,7 @@ TEST_F(AudioSourceTest, WhatIsNoWavFileIsRefused) {
     ASSERT_TRUE(source.add(left, text.name()));
     EXPECT_FALSE(prepare());
 
-    source = Source();
+    start_anew();
     ASSERT_TRUE(source.add(left, TempFile().name()));
     EXPECT_FALSE(prepare());
 }

@@ -4,6 +4,7 @@
 #include <vela/dither/Pool.hpp>
 #include <vela/numeric/wrap.hpp>
 #include <vela/simd/widest.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela::dither {
 
@@ -54,7 +55,7 @@ void Pool::generate_pool_(unsigned bits) {
 std::uint32_t Pool::generate_offset_in_rnds_(unsigned long count, unsigned long offset) const {
     const auto last = static_cast<std::uint32_t>(rnds_.size() - count - 1 - stride_);
     const auto fitting = static_cast<std::uint32_t>(rnds_.size() - count + 1);
-    const std::lock_guard lock(mutex_);
+    const auto lock = thread::lock_awake(mutex_);
     const auto drawn = std::uniform_int_distribution<std::uint32_t>(0, last)(rng_);
     return (drawn + static_cast<std::uint32_t>(offset % stride_)) % fitting;
 }

@@ -5,6 +5,7 @@
 #include <vela/Any.hpp>
 #include <vela/api/SampleSpan.hpp>
 #include <vela/audio/Frame.hpp>
+#include <vela/thread/Errands.hpp>
 
 namespace app::profile {
 
@@ -32,6 +33,9 @@ public:
     [[nodiscard]] virtual bool done() = 0;
 
     [[nodiscard]] virtual std::string error_msg() const = 0;
+
+    /// Work that threads of the encoder do between blocks; null while there is no such thread.
+    [[nodiscard]] virtual vela::thread::Errands* errands() = 0;
 };
 
 }  // namespace app::profile

@@ -29,6 +29,9 @@ public:
                                    const vela::api::SampleSpan& span) override;
     [[nodiscard]] bool done() override;
     [[nodiscard]] std::string error_msg() const override { return error_; }
+    [[nodiscard]] vela::thread::Errands* errands() override {
+        return encoder_ ? encoder_->errands() : nullptr;
+    }
 
 private:
     /// A linear gain for a channel.
