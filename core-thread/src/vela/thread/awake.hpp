@@ -18,7 +18,8 @@ constexpr std::chrono::microseconds patience(50);
 template <typename Condition>
 [[nodiscard]] bool wait_awake(std::chrono::microseconds at_most, Condition condition) {
     using Clock = std::chrono::steady_clock;
-    if (condition()) return true;
+    for (int i = 0; i < 100; ++i)
+        if (condition()) return true;
     const auto until = Clock::now() + at_most;
     while (Clock::now() < until) {
         std::this_thread::yield();
