@@ -56,7 +56,6 @@ bool Pool::stop() {
 }
 
 void Pool::operator()(Worker& worker) {
-    if (worker.number == 0) run_errands_(worker);
     while (wait_for_round_(worker)) {
         run_task_();
         if (worker.number == 0) run_errands_(worker);
