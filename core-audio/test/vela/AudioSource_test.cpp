@@ -255,15 +255,15 @@ protected:
             });
     }
     ~AudioSourceThreads() override {
+        start_anew();  // the source goes before its errands
         is_over_ = true;
         for (auto& helper : helpers_)
             helper.join();
     }
 
-    thread::Errands& errands = errands_;
+    thread::Errands errands;
 
 private:
-    thread::Errands errands_;
     std::atomic<bool> is_over_ = false;
     std::vector<std::thread> helpers_;
 };
