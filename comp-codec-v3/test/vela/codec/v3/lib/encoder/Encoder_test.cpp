@@ -1,3 +1,4 @@
+#include <atomic>
 #include <string>
 #include <utility>
 #include <vela/codec/v3/lib/encoder/encoders.hpp>
@@ -206,7 +207,7 @@ TEST(EncoderThreads, RunErrandsWhereThereAreAny) {
     if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
     const auto encoder = make(lcr, stereo, 8, 9, 2);
     ASSERT_NE(encoder->errands(), nullptr);
-    unsigned nr_done = 0;
+    std::atomic<unsigned> nr_done = 0;
     Frames out;
     for (unsigned frame = 0; frame < 10; ++frame) {
         encoder->errands()->post([&] { ++nr_done; });
