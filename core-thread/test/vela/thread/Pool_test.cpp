@@ -217,6 +217,26 @@ TEST(PoolErrands, AreDoneAfterARoundWithoutBeingAskedFor) {
     }
 }
 
+// The others would burn the processor time of whoever else is there.
+TEST(PoolErrands, KeepNoMoreThanOneThreadAwake) {
+    Pool pool(4);
+    std::mutex mutex;
+    std::set<std::thread::id> seen{std::this_thread::get_id()};
+    const auto see = [&] {
+        const std::lock_guard lock(mutex);
+        seen.insert(std::this_thread::get_id());
+    };
+    for (int round = 0; round < 200; ++round) {
+        ASSERT_TRUE(pool.start([&] {
+            pool.errands().post(see);
+            return false;
+        }));
+        ASSERT_TRUE(pool.stop());
+    }
+    pool.errands().finish();
+    EXPECT_LE(seen.size(), 2u);
+}
+
 TEST(PoolErrands, DoNotKeepARoundFromBeginning) {
     Pool pool(2);
     std::atomic<bool> is_over = false;
