@@ -67,7 +67,7 @@ bool Pool::is_wanted_(const Worker& worker) const {
     return quit_ || (state_ == State::starting && is_in_round);
 }
 
-// Until it is wanted again, or there was nothing to do for a while.
+// Until it is wanted again, for a while at most; for longer only as long as there is work.
 void Pool::run_errands_(const Worker& worker) {
     static_cast<void>(wait_awake(patience, [&] {
         while (!is_wanted_(worker))
