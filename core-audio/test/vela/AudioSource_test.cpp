@@ -294,11 +294,41 @@ TEST_P(AudioSourceThreads, ABlockReadAheadStaysUntilPopToo) {
         EXPECT_EQ(samples(left), (Block{5, 6, 7, 8}));
         EXPECT_EQ(frames.find(left)->bit_depth, 24u);
         EXPECT_EQ(span.start, 4);
+        EXPECT_FALSE(errands.run_one()) << "reads what the source reads";
     }
     source.read_ahead(errands);
     source.pop_front();
+    EXPECT_FALSE(errands.run_one()) << "reads where the source goes on";
     ASSERT_TRUE(source.get(frames, span));
     EXPECT_EQ(samples(left), (Block{9, 0, 0, 0})) << "not the block that was read ahead";
+}
+
+// The block is larger than what the reader has ahead anyway.
+TEST_P(AudioSourceThreads, ABlockReadAheadNeedsItsFileNoMore) {
+    const Block block(100000, 7);
+    const TempFile file(wav_of(block));
+    ASSERT_TRUE(source.add(left, file.name()));
+    source.set_frame_size(block.size());
+    ASSERT_TRUE(source.prepare());
+    source.read_ahead(errands);
+    errands.finish();
+    file.write(wav_of({}));
+    ASSERT_TRUE(source.get(frames, span));
+    EXPECT_EQ(samples(left), block);
+    EXPECT_FALSE(source.get(frames, span)) << "it was not the file that was read";
+}
+
+TEST_P(AudioSourceThreads, ReadNothingAheadBeyondTheEnd) {
+    for (const std::int32_t limit : {-1, 1}) {
+        start_anew();
+        add(limit < 0 ? Block(4, 1) : Block(40, 1));
+        add(Block(40, 2));
+        ASSERT_TRUE(prepare(limit));
+        source.pop_front();
+        source.read_ahead(errands);
+        EXPECT_FALSE(errands.run_one());
+        EXPECT_FALSE(source.get(frames, span));
+    }
 }
 
 TEST_P(AudioSourceThreads, FramesHeldElsewhereKeepTheirSamplesToo) {
