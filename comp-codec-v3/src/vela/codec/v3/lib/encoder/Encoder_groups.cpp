@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <vela/OnRAII.hpp>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
 #include <vela/thread/awake.hpp>
 
@@ -36,10 +37,13 @@ bool Encoder::process_groups_() {
     chain_.start_frame();
     if (!queue_candidates_(search.queue)) return false;
 
-    // The calling thread works, too: it would only wait otherwise.
-    if (!start_threads_(search)) return false;
-    work_(search);
-    pool_.stop();
+    {
+        // On every way out: what the other threads work on ends here.
+        const OnRAII stop([this] { pool_.stop(); });
+        if (!start_threads_(search)) return false;
+        // The calling thread works, too: it would only wait otherwise.
+        work_(search);
+    }
     return search.nr_failures == 0 && finish_frame_();
 }
 
