@@ -29,6 +29,7 @@ inline void pause() {
 template <typename Condition>
 [[nodiscard]] bool wait_awake(std::chrono::microseconds at_most, Condition condition) {
     using Clock = std::chrono::steady_clock;
+    if (condition()) return true;
     const auto until = Clock::now() + at_most;
     do
         for (int i = 0; i < 20; ++i) {
