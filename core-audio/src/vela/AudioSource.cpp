@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
+#include <vector>
 #include <vela/AudioSource.hpp>
 
 namespace vela {
@@ -52,11 +53,12 @@ bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
     return true;
 }
 
-// A block that could not be read ahead is tried once more, and tells then.
+// A block that could not be read ahead is tried once more, and tells then.  What was read ahead
+// leaves its memory for a frame that nobody needs any more.
 template <typename T, typename K>
 bool AudioSource<T, K>::take_(Frame& frame, Info& info) {
     if (!info.is_ahead) return read_(frame, info);
-    frame = std::move(info.ahead);
+    std::swap(frame, info.ahead);
     info.is_ahead = false;
     return true;
 }
@@ -89,11 +91,19 @@ void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
     const auto has_block = [](const auto& input) { return has_block_(input.second); };
     if (frames_left_ == 0 || !std::ranges::all_of(inputs_, has_block)) return;
     errands_.reset(&errands);
-    for (auto& [key, info] : inputs_) {
-        info.ahead = Frame(key, frame_size_);
-        info.ahead.bit_depth = bit_depth_;
-        errands.post([&info = info] { info.is_ahead = read_(info.ahead, info); });
-    }
+    std::vector<thread::Errands::Errand> reads;
+    reads.reserve(inputs_.size());
+    for (auto& [key, info] : inputs_)
+        reads.emplace_back([this, &key, &info] { read_ahead_(key, info); });
+    errands.post(std::move(reads));
+}
+
+template <typename T, typename K>
+void AudioSource<T, K>::read_ahead_(const K& key, Info& info) const {
+    Frame& ahead = info.ahead;
+    if (ahead.size() != frame_size_) ahead = Frame(key, frame_size_);
+    ahead.bit_depth = bit_depth_;
+    info.is_ahead = read_(ahead, info);
 }
 
 template class AudioSource<int, api::ChannelVariant>;

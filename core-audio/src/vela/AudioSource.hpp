@@ -93,6 +93,7 @@ private:
     static bool has_block_(const Info& info);
     static bool read_(Frame& frame, Info& info);
     static bool take_(Frame& frame, Info& info);
+    void read_ahead_(const K& key, Info& info) const;
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vela/thread/Errands.hpp>
 #include <vela/thread/awake.hpp>
@@ -8,6 +10,12 @@ void Errands::post(Errand errand) {
     const Lock lock = lock_awake(mutex_);
     waiting_.push_back(std::move(errand));
     ++nr_waiting_;
+}
+
+void Errands::post(std::vector<Errand> errands) {
+    const Lock lock = lock_awake(mutex_);
+    std::ranges::move(errands, std::back_inserter(waiting_));
+    nr_waiting_ += errands.size();
 }
 
 bool Errands::run_one() {

@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <vector>
 
 namespace vela::thread {
 
@@ -27,6 +28,9 @@ public:
     Errands& operator=(const Errands&) = delete;
 
     void post(Errand errand);
+
+    /// Many at once, so that whoever begins the first does not hold up the others' posting.
+    void post(std::vector<Errand> errands);
 
     /// Runs the one that has waited longest.  False if none waits.
     bool run_one();

@@ -27,6 +27,18 @@ TEST(Errands, TheOldestGoesFirst) {
     EXPECT_FALSE(errands.run_one());
 }
 
+TEST(Errands, ManyAtOnceKeepTheirOrderBehindThoseThatWait) {
+    Errands errands;
+    std::vector<int> done;
+    const auto add = [&done](int i) { return [&done, i] { done.push_back(i); }; };
+    errands.post(add(0));
+    errands.post(std::vector<Errands::Errand>{});
+    errands.post(std::vector<Errands::Errand>{add(1), add(2)});
+    errands.post(add(3));
+    errands.finish();
+    EXPECT_EQ(done, (std::vector{0, 1, 2, 3}));
+}
+
 TEST(Errands, FinishWaitsForWhatAnotherThreadIsAt) {
     Errands errands;
     std::atomic<bool> is_begun = false;
@@ -77,8 +89,14 @@ TEST(Errands, EachRunsOnceHoweverManyHelp) {
         });
     for (int round = 0; round < 200; ++round) {
         std::vector<std::atomic<int>> times(20);
+        std::vector<Errands::Errand> together;
         for (auto& runs : times)
-            errands.post([&runs] { ++runs; });
+            together.emplace_back([&runs] { ++runs; });
+        if (round % 2 == 0)
+            for (const auto& errand : together)
+                errands.post(errand);
+        else
+            errands.post(together);
         errands.finish();
         for (const auto& runs : times)
             EXPECT_EQ(runs, 1);
