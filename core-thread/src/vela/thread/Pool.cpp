@@ -47,6 +47,9 @@ bool Pool::stop() {
 
     wait_awake(lock, control_cv_, [this] { return state_ == State::running; });
     state_ = State::stopping;
+    lock.unlock();
+    static_cast<void>(run_errands_until_([this] { return nr_running_ == 0; }));
+    lock = lock_awake(mutex_);
     wait_awake(lock, control_cv_, [this] { return nr_running_ == 0; });
     nr_finished_ = 0;
     state_ = State::idle;
@@ -69,11 +72,16 @@ bool Pool::is_wanted_(const Worker& worker) const {
 
 // Until it is wanted again, for a while at most; for longer only as long as there is work.
 void Pool::run_errands_(const Worker& worker) {
-    static_cast<void>(wait_awake(patience, [&] {
-        while (!is_wanted_(worker))
-            if (!errands_.run_one()) return false;
-        return true;
-    }));
+    static_cast<void>(wait_awake(
+        patience, [&] { return run_errands_until_([&] { return is_wanted_(worker); }); }));
+}
+
+// False if there is nothing left to do until then.
+template <typename Condition>
+bool Pool::run_errands_until_(Condition condition) {
+    while (!condition())
+        if (!errands_.run_one()) return false;
+    return true;
 }
 
 // False if there will be no more rounds.

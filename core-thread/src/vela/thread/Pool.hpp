@@ -38,7 +38,7 @@ public:
 
     [[nodiscard]] std::uint64_t nr_threads() const { return nr_threads_; }
 
-    /// What a thread is to do between two rounds, if it gets there.
+    /// What is to be done between two rounds, or while a round ends, if somebody gets there.
     [[nodiscard]] Errands& errands() { return errands_; }
 
     /// Runs a copy of `task`, a callable that returns bool, on every thread.  False, with nothing
@@ -55,7 +55,7 @@ public:
     }
 
     /// Waits until all threads have taken up the task and are through with their current call, and
-    /// ends the round.  False, at once, if there is no round.
+    /// ends the round; does errands meanwhile.  False, at once, if there is no round.
     bool stop();
 
 private:
@@ -76,6 +76,8 @@ private:
     bool wait_for_round_(Worker& worker);
     [[nodiscard]] bool is_wanted_(const Worker& worker) const;
     void run_errands_(const Worker& worker);
+    template <typename Condition>
+    bool run_errands_until_(Condition condition);
     void run_task_();
 
     const std::uint64_t nr_threads_;

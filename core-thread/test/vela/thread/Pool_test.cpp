@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -214,6 +215,23 @@ TEST(PoolErrands, AreDoneAfterARoundWithoutBeingAskedFor) {
         while (!is_done)
             std::this_thread::yield();
         pool.errands().finish();
+    }
+}
+
+// It would only wait otherwise, and the errands would have to be done between the rounds.
+TEST(PoolErrands, AreDoneByWhoWaitsForARoundToEnd) {
+    for (const auto count : counts) {
+        Pool pool(count);
+        std::atomic<bool> is_done = false;
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        ASSERT_TRUE(pool.start([&] {
+            while (!is_done && std::chrono::steady_clock::now() < until)
+                std::this_thread::yield();
+            return false;
+        }));
+        pool.errands().post([&] { is_done = true; });
+        ASSERT_TRUE(pool.stop());
+        ASSERT_TRUE(is_done);
     }
 }
 
