@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <memory>
 #include <numeric>
+#include <support/ErrandHelpers.hpp>
 #include <support/TempFile.hpp>
 #include <support/wav_bytes.hpp>
-#include <thread>
 #include <vector>
 #include <vela/AudioSource.hpp>
 
@@ -63,6 +62,8 @@ protected:
         while (source.get(frames, span)) {
             EXPECT_EQ(span.start, static_cast<std::int64_t>(blocks.size() * frame_size));
             EXPECT_EQ(span.size(), static_cast<std::int64_t>(frame_size));
+            EXPECT_EQ(frames.find(key)->key, key);
+            EXPECT_EQ(frames.find(key)->bit_depth, source.bit_depth());
             blocks.push_back(samples(key));
             source.pop_front();
             if (errands) source.read_ahead(*errands);
@@ -247,25 +248,14 @@ TEST_F(AudioSourceTest, AFileThatShrinksEndsTheStreamWhereItCannotBeRead) {
 /// The parameter is how many threads run errands.
 class AudioSourceThreads : public AudioSourceTest, public testing::WithParamInterface<int> {
 protected:
-    AudioSourceThreads() {
-        for (int i = 0; i < GetParam(); ++i)
-            helpers_.emplace_back([this] {
-                while (!is_over_)
-                    if (!errands.run_one()) std::this_thread::yield();
-            });
-    }
     ~AudioSourceThreads() override {
         start_anew();  // the source goes before its errands
-        is_over_ = true;
-        for (auto& helper : helpers_)
-            helper.join();
     }
 
     thread::Errands errands;
 
 private:
-    std::atomic<bool> is_over_ = false;
-    std::vector<std::thread> helpers_;
+    const testing_support::ErrandHelpers helpers_{errands, GetParam()};
 };
 
 TEST_P(AudioSourceThreads, ReadAheadTheSameBlocks) {

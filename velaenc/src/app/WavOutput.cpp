@@ -70,7 +70,8 @@ bool WavOutput::prepare_files_() {
         name << channel.short_name() << ".wav";
         WavChannel position = 0;
         if (!translate(position, channel)) return false;
-        channels_[position] = {channel, std::make_shared<vela::wav::FileWriter>(name, format_(1))};
+        channels_[position] = {channel,
+                               std::make_shared<vela::wav::FileWriter>(name, format_(1), errands)};
         return true;
     });
 }
@@ -87,7 +88,7 @@ bool WavOutput::prepare_interleaved_() {
     if (!known) return false;
     auto name = filename;
     name << ".wav";
-    multi_writer_ = std::make_shared<vela::wav::FileWriter>(name, format);
+    multi_writer_ = std::make_shared<vela::wav::FileWriter>(name, format, errands);
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include <vela/api/SpeakerLayout.hpp>
 #include <vela/audio/Frame.hpp>
 #include <vela/file/Name.hpp>
+#include <vela/thread/Errands.hpp>
 #include <vela/wav/FileWriter.hpp>
 
 namespace app {
@@ -23,6 +24,7 @@ public:
     vela::api::SpeakerLayout layout;
     std::optional<std::uint32_t> sample_rate;
     bool multi_channel = false;
+    vela::thread::Errands* errands = nullptr;  ///< write what is appended, if any; outlive it
 
     /// Opens the files, once.  False if a field is missing or a channel has no place in WAVE.
     [[nodiscard]] bool prepare();

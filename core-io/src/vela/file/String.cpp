@@ -1,27 +1,68 @@
 #include <sys/types.h>
 
+#include <utility>
 #include <vela/file/String.hpp>
 #include <vela/file/details/File.hpp>
 
 namespace vela::file {
 
-String::String(const Name& name)
-    : buffer_(details::buffer_size), stream_(std::fopen(name.str().c_str(), "wb")) {
-    if (stream_) std::setvbuf(stream_.get(), buffer_.data(), _IOFBF, buffer_.size());
+String::String(const Name& name, thread::Errands* errands)
+    : stream_(std::fopen(name.str().c_str(), "wb")), errands_(errands) {
+    // What goes to the stream goes to the file at once, from the pieces.
+    if (stream_) std::setvbuf(stream_.get(), nullptr, _IONBF, 0);
+    piece_.reserve(details::buffer_size);
+}
+
+String::~String() {
+    write_all_();
 }
 
 void String::append(std::string_view bytes) {
     size_ += bytes.size();
-    if (stream_) std::fwrite(bytes.data(), 1, bytes.size(), stream_.get());
+    while (!bytes.empty()) {
+        const auto now = bytes.substr(0, details::buffer_size - piece_.size());
+        piece_ += now;
+        bytes.remove_prefix(now.size());
+        if (piece_.size() == details::buffer_size) write_piece_();
+    }
 }
 
 bool String::overwrite(std::uint64_t offset, std::string_view bytes) {
     if (offset > size_ || bytes.size() > size_ - offset) return false;
+    write_all_();
     // Where there is no going back (a pipe) the patch is lost, rather than put at the end.
     if (!stream_ || fseeko(stream_.get(), static_cast<off_t>(offset), SEEK_SET) != 0) return true;
-    std::fwrite(bytes.data(), 1, bytes.size(), stream_.get());
+    write_(bytes);
     fseeko(stream_.get(), 0, SEEK_END);
     return true;
+}
+
+void String::write_piece_() {
+    if (!errands_) return write_all_();
+
+    finish_piece_behind_();
+    piece_.swap(piece_behind_);
+    piece_.clear();
+    piece_.reserve(details::buffer_size);
+    is_behind_ = true;
+    errands_->post([this] {
+        write_(piece_behind_);
+        is_behind_ = false;
+    });
+}
+
+void String::write_all_() {
+    finish_piece_behind_();
+    write_(piece_);
+    piece_.clear();
+}
+
+void String::finish_piece_behind_() {
+    if (is_behind_) errands_->finish();
+}
+
+void String::write_(std::string_view bytes) {
+    if (stream_) std::fwrite(bytes.data(), 1, bytes.size(), stream_.get());
 }
 
 }  // namespace vela::file

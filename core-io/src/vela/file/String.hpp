@@ -1,11 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <string_view>
-#include <vector>
 #include <vela/file/Name.hpp>
+#include <vela/thread/Errands.hpp>
 
 namespace vela::file {
 
@@ -13,12 +15,21 @@ namespace vela::file {
 /// written.
 ///
 /// If the file cannot be created, nothing tells: writes are counted and lost.
+///
+/// Bytes go to the file in pieces of 64 KB.  To write one takes as long as a small candidate of the
+/// encoder does; with errands it is left to whoever has time, while the next piece fills up:
+///
+///     append      |---- piece ----|---- piece ----|---- piece ----|
+///     errands                      write the 1st   write the 2nd
+///
+/// Threads:  one uses a file; others only run the errands that it posts.
 class String {
 public:
-    /// Creates the file, or empties the one that is there.
-    explicit String(const Name& name);
+    /// Creates the file, or empties the one that is there.  `errands`, if any, must outlive it.
+    explicit String(const Name& name, thread::Errands* errands = nullptr);
     String(const String&) = delete;
     String& operator=(const String&) = delete;
+    ~String();
 
     /// Bytes appended so far.
     [[nodiscard]] std::uint64_t size() const { return size_; }
@@ -34,9 +45,17 @@ private:
         void operator()(std::FILE* stream) const { std::fclose(stream); }
     };
 
-    std::vector<char> buffer_;  // the stream's; outlives it
+    void write_piece_();
+    void write_all_();
+    void finish_piece_behind_();
+    void write_(std::string_view bytes);
+
     std::unique_ptr<std::FILE, Close> stream_;
+    thread::Errands* errands_;
     std::uint64_t size_ = 0;
+    std::string piece_;         // not at the file yet
+    std::string piece_behind_;  // an errand's while `is_behind_`
+    std::atomic<bool> is_behind_ = false;
 };
 
 }  // namespace vela::file

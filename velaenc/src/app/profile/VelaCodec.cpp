@@ -216,6 +216,7 @@ bool VelaCodec::prepare_output_() {
     }
     if (!output_enabled_) return true;
     output_.layout = encoder_->output_layout();
+    output_.errands = encoder_->errands();
     return output_.prepare();
 }
 
