@@ -53,12 +53,13 @@ bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
     return true;
 }
 
-// A block that could not be read ahead is tried once more, and tells then.  What was read ahead
-// leaves its memory for a frame that nobody needs any more.
+// A block that could not be read ahead is tried once more, and tells then.  For one that was, the
+// frame's memory comes back.
 template <typename T, typename K>
 bool AudioSource<T, K>::take_(Frame& frame, Info& info) {
     if (!info.is_ahead) return read_(frame, info);
-    std::swap(frame, info.ahead);
+    std::swap(frame, info.ahead.front());
+    std::ranges::rotate(info.ahead, info.ahead.begin() + 1);
     info.is_ahead = false;
     return true;
 }
@@ -100,7 +101,7 @@ void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
 
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead_(const K& key, Info& info) const {
-    Frame& ahead = info.ahead;
+    Frame& ahead = info.ahead.front();
     if (ahead.size() != frame_size_) ahead = Frame(key, frame_size_);
     ahead.bit_depth = bit_depth_;
     info.is_ahead = read_(ahead, info);

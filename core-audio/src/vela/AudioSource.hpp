@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -80,8 +81,9 @@ private:
         file::Name filename;
         /// What is not delivered yet; its begin is the read position.
         Blocks blocks;
-        /// The current block, where it could be read ahead.
-        Frame ahead;
+        /// First the current block, where it could be read ahead; then memory for the next ones,
+        /// which others may still share: by its turn they mostly do not.
+        std::array<Frame, 3> ahead;
         bool is_ahead = false;
     };
     struct Finish {
