@@ -48,7 +48,7 @@ bool Pool::stop() {
     wait_awake(lock, control_cv_, [this] { return state_ == State::running; });
     state_ = State::stopping;
     lock.unlock();
-    static_cast<void>(run_errands_until_([this] { return nr_running_ == 0; }));
+    run_errands_until_([this] { return nr_running_ == 0; });
     lock = lock_awake(mutex_);
     wait_awake(lock, control_cv_, [this] { return nr_running_ == 0; });
     nr_finished_ = 0;
