@@ -97,9 +97,12 @@ class StringThreads : public testing::TestWithParam<int> {};
 TEST_P(StringThreads, WriteTheSameBytes) {
     std::mt19937 random(5);
     const auto below = [&random](std::size_t n) { return random() % n; };
+    std::string noise(4 * bytes_per_piece, '?');
+    for (char& byte : noise)
+        byte = static_cast<char>(random());
     thread::Errands errands;
     const testing_support::ErrandHelpers helpers(errands, GetParam());
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 8; ++round) {
         const std::array<TempFile, 3> on_disk;
         std::array<std::string, 3> expected;
         {
@@ -108,9 +111,8 @@ TEST_P(StringThreads, WriteTheSameBytes) {
                 out[i] = std::make_unique<String>(on_disk[i].name(), &errands);
             for (int step = 0; step < 60; ++step) {
                 const std::size_t i = below(out.size());
-                std::string bytes(below(8) == 0 ? below(3 * bytes_per_piece) : below(20000), '?');
-                for (char& byte : bytes)
-                    byte = static_cast<char>(random());
+                const std::size_t size = below(8) == 0 ? below(3 * bytes_per_piece) : below(20000);
+                const std::string bytes = noise.substr(below(bytes_per_piece), size);
                 if (below(10) != 0) {
                     out[i]->append(bytes);
                     expected[i] += bytes;
