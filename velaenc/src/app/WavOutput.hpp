@@ -24,7 +24,8 @@ public:
     vela::api::SpeakerLayout layout;
     std::optional<std::uint32_t> sample_rate;
     bool multi_channel = false;
-    vela::thread::Errands* errands = nullptr;  ///< write what is appended, if any; outlive it
+    /// If any, they write what is appended; they must outlive the output.
+    vela::thread::Errands* errands = nullptr;
 
     /// Opens the files, once.  False if a field is missing or a channel has no place in WAVE.
     [[nodiscard]] bool prepare();

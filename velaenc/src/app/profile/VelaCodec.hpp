@@ -86,7 +86,7 @@ private:
     std::shared_ptr<vela::codec::v3::encoder::IEncoder> encoder_;
     vela::audio::Frames encoded_;
     bool output_enabled_ = false;
-    WavOutput output_;
+    WavOutput output_;  ///< goes before the encoder, whose errands may still be writing it
     vela::file::Name data_filename_;  ///< stored, without effect
     std::shared_ptr<DataStream> data_stream_;
     std::string error_;
