@@ -43,6 +43,24 @@ class Determinism(unittest.TestCase):
             with self.subTest(threads=threads):
                 self.assertEqual(encode("9.1", options, threads), inline)
 
+    def test_files_of_a_run_that_fails_hold_all_blocks_before(self):
+        """Some of their pieces wait to be written by then.  A negative attenuation is what fails."""
+        audio = {name: tone_in_noise(70000, i) for i, name in enumerate(channels_of("quad"))}
+        options = "dither(false);bitlines(6,6);gvm.randomize_deltas(false)"
+        with tempfile.TemporaryDirectory() as folder:
+            whole = Run(folder, "quad", audio, 1024, "-a", options).carrier_bytes()
+            fail = os.path.join(folder, "fail.txt")
+            with open(fail, "w") as file:
+                file.write(f"{67 * 1024} ATTN 0 -6.0\n")
+            for threads in (0, 2, 16):
+                run = Run(folder, "quad", audio, 1024, "-a", options, "-d", fail, threads=threads)
+                self.assertTrue(run.failed)
+                for channel, data in run.carrier_bytes().items():
+                    with self.subTest(threads=threads, channel=channel):
+                        size = 67 * 1024 * 3
+                        self.assertEqual(data[40:44], size.to_bytes(4, "little"))
+                        self.assertTrue(data[44:] == whole[channel][44:44 + size], "differs")
+
 
 if __name__ == "__main__":
     unittest.main()
