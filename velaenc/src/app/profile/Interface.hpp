@@ -34,7 +34,8 @@ public:
 
     [[nodiscard]] virtual std::string error_msg() const = 0;
 
-    /// Work that threads of the encoder do between blocks; null while there is no such thread.
+    /// Work that threads of the encoder do between blocks, and the calling one while it waits for
+    /// them; null while there is no such thread.
     [[nodiscard]] virtual vela::thread::Errands* errands() = 0;
 };
 

@@ -51,7 +51,8 @@ public:
                                                   const api::ChannelVariant& channel,
                                                   QualityMetric metric) const = 0;
 
-    /// Work that the encoder's threads do while they wait for the next frame; null without threads.
+    /// Work that the encoder's threads do while they wait for the next frame, and the calling one
+    /// while it waits for them; null without threads.
     [[nodiscard]] virtual thread::Errands* errands() = 0;
 };
 
