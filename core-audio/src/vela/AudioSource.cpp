@@ -59,7 +59,7 @@ template <typename T, typename K>
 bool AudioSource<T, K>::take_(Frame& frame, Info& info) {
     if (!info.is_ahead) return read_(frame, info);
     std::swap(frame, info.ahead.front());
-    std::ranges::rotate(info.ahead, info.ahead.begin() + 1);
+    std::rotate(info.ahead.begin(), info.ahead.begin() + 1, info.ahead.end());
     info.is_ahead = false;
     return true;
 }
@@ -95,7 +95,7 @@ void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
     std::vector<thread::Errands::Errand> reads;
     reads.reserve(inputs_.size());
     for (auto& [key, info] : inputs_)
-        reads.emplace_back([this, &key, &info] { read_ahead_(key, info); });
+        reads.emplace_back([this, &key = key, &info = info] { read_ahead_(key, info); });
     errands.post(std::move(reads));
 }
 
