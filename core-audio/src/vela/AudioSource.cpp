@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 #include <vela/AudioSource.hpp>
+#include <vela/thread/awake.hpp>
 
 namespace vela {
 
@@ -16,6 +17,7 @@ bool AudioSource<T, K>::add(const K& key, const file::Name& filename) {
 template <typename T, typename K>
 bool AudioSource<T, K>::prepare() {
     std::optional<std::uint32_t> bits;
+    bool is_mono = !inputs_.empty();
     for (auto& [key, info] : inputs_) {
         if (!open_(info)) return false;
         const auto& format = *info.parser.format;
@@ -23,9 +25,11 @@ bool AudioSource<T, K>::prepare() {
         bits = format.bits_per_sample;
         const auto count = static_cast<std::int32_t>(info.blocks.size());
         nr_frames_ = nr_frames_ < 0 ? count : std::min(nr_frames_, count);
+        is_mono = is_mono && info.blocks.begin().is_mono();
     }
     span_ = {0, static_cast<std::int64_t>(frame_size_)};
-    frames_left_ = frame_limit_;
+    frames_left_ = frame_limit_ < 0 ? nr_frames_ : std::min(nr_frames_, frame_limit_);
+    if (!is_mono) frames_left_ = 0;
     bit_depth_ = bits.value_or(0);
     return true;
 }
@@ -43,68 +47,80 @@ bool AudioSource<T, K>::open_(Info& info) {
 
 template <typename T, typename K>
 bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
-    errands_.reset();
-    if (inputs_.empty() || frames_left_ == 0) return false;
-    for (auto& [key, info] : inputs_) {
-        if (!has_block_(info)) return false;
+    if (frames_left_ == 0) return false;
+    for (auto& [key, info] : inputs_)
         if (!take_(frames.goc(key, frame_size_, bit_depth_), info)) return false;
-    }
     span = span_;
     return true;
 }
 
-// A block that could not be read ahead is tried once more, and tells then.  For one that was, the
-// frame's memory comes back.
+// A block that could not be read ahead is tried once more, and tells then.
 template <typename T, typename K>
-bool AudioSource<T, K>::take_(Frame& frame, Info& info) {
-    if (!info.is_ahead) return read_(frame, info);
-    std::swap(frame, info.ahead.front());
-    std::rotate(info.ahead.begin(), info.ahead.begin() + 1, info.ahead.end());
-    info.is_ahead = false;
+bool AudioSource<T, K>::take_(Frame& frame, Info& info) const {
+    if (const auto lock = lock_if_due_(info))
+        return info.blocks.begin().read_mono(frame.overwrite());
+    frame = info.ahead[position_ % nr_kept];
     return true;
 }
 
 template <typename T, typename K>
-bool AudioSource<T, K>::read_(Frame& frame, Info& info) {
-    return info.blocks.begin().read_mono(frame.overwrite());
-}
-
-template <typename T, typename K>
-bool AudioSource<T, K>::has_block_(const Info& info) {
-    const auto& blocks = info.blocks;
-    return blocks.valid() && blocks.end() - blocks.begin() > 0 && blocks.begin().is_mono();
+std::unique_lock<std::mutex> AudioSource<T, K>::lock_if_due_(Info& info) const {
+    const auto is_due = [&] { return info.nr_read == position_; };
+    if (!is_due()) return {};
+    auto lock = thread::lock_awake(info.mutex);
+    if (!is_due()) lock.unlock();
+    return lock;
 }
 
 template <typename T, typename K>
 void AudioSource<T, K>::pop_front() {
-    errands_.reset();
-    for (auto& [key, info] : inputs_) {
-        if (info.blocks.valid()) ++info.blocks.begin();
-        info.is_ahead = false;
-    }
+    for (auto& [key, info] : inputs_)
+        skip_(info);
+    ++position_;
     span_ = {span_.stop, span_.stop + static_cast<std::int64_t>(frame_size_)};
     if (frames_left_ > 0) --frames_left_;
+}
+
+template <typename T, typename K>
+void AudioSource<T, K>::skip_(Info& info) const {
+    const auto lock = lock_if_due_(info);
+    if (!lock) return;
+    if (info.blocks.valid()) ++info.blocks.begin();
+    ++info.nr_read;
 }
 
 // Nothing beyond the end of the stream, wherever it is.
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
-    const auto has_block = [](const auto& input) { return has_block_(input.second); };
-    if (frames_left_ == 0 || !std::ranges::all_of(inputs_, has_block)) return;
-    errands_.reset(&errands);
+    if (!errands_) errands_.reset(&errands);
+    ahead_end_ = position_ + std::min(nr_ahead, static_cast<std::uint64_t>(frames_left_));
     std::vector<thread::Errands::Errand> reads;
     reads.reserve(inputs_.size());
-    for (auto& [key, info] : inputs_)
-        reads.emplace_back([this, &key = key, &info = info] { read_ahead_(key, info); });
+    for (auto& input : inputs_) {
+        Info& info = input.second;
+        for (auto n = info.nr_read + info.nr_errands; n < ahead_end_; ++n) {
+            ++info.nr_errands;
+            reads.emplace_back([this, &input] { read_ahead_(input.first, input.second); });
+        }
+    }
     errands.post(std::move(reads));
 }
 
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead_(const K& key, Info& info) const {
-    Frame& ahead = info.ahead.front();
-    if (ahead.size() != frame_size_) ahead = Frame(key, frame_size_);
-    ahead.bit_depth = bit_depth_;
-    info.is_ahead = read_(ahead, info);
+    const auto lock = thread::lock_awake(info.mutex);
+    if (info.nr_read < ahead_end_ && read_next_(key, info)) ++info.nr_read;
+    --info.nr_errands;
+}
+
+template <typename T, typename K>
+bool AudioSource<T, K>::read_next_(const K& key, Info& info) const {
+    Frame& frame = info.ahead[info.nr_read % nr_kept];
+    if (frame.size() != frame_size_) frame = Frame(key, frame_size_);
+    frame.bit_depth = bit_depth_;
+    if (!info.blocks.begin().read_mono(frame.overwrite())) return false;
+    ++info.blocks.begin();
+    return true;
 }
 
 template class AudioSource<int, api::ChannelVariant>;

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <array>
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <vela/Range.hpp>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frames.hpp>
@@ -60,8 +63,9 @@ public:
     /// Goes on to the next block.
     void pop_front();
 
-    /// Leaves the reading of the current block to whoever has time, until `get` asks for it: an
-    /// errand for each channel.  `errands` must outlive the source.
+    /// Leaves the reading of the current block and of the one behind it to whoever has time: an
+    /// errand for each block of a channel that is not read yet.  What nobody has read when `get`
+    /// asks for it, `get` reads.  `errands`, the same each time, must outlive the source.
     void read_ahead(thread::Errands& errands);
 
     /// In Hz; 0 before `prepare` has read a file.
@@ -74,36 +78,48 @@ public:
 private:
     using Parser = wav::Parser<T, file::Range>;
     using Frame = api::Frame<T, K>;
-    using Blocks = decltype(Parser::blocks);
+
+    /// Blocks that may be read ahead of the current one: with one alone, whoever has time right
+    /// before it is wanted would find nothing left to read.
+    static constexpr std::uint64_t nr_ahead = 2;
+    /// Blocks that a file's memory holds: those, and three that others may still share.
+    static constexpr std::size_t nr_kept = nr_ahead + 3;
 
     struct Info {
         Parser parser;
         file::Name filename;
-        /// What is not delivered yet; its begin is the read position.
-        Blocks blocks;
-        /// First the current block, where it could be read ahead; then memory for the next ones,
-        /// which others may still share: by its turn they mostly do not.
-        std::array<Frame, 3> ahead;
-        bool is_ahead = false;
+        /// What is not read yet; its begin is the read position.
+        decltype(Parser::blocks) blocks;
+        /// Blocks before the read position.  Number n, if it was read ahead, lies at
+        /// `ahead[n % nr_kept]`.
+        std::atomic<std::uint64_t> nr_read = 0;
+        std::array<Frame, nr_kept> ahead;
+        std::atomic<std::uint64_t> nr_errands = 0;  ///< posted and not done
+        std::mutex mutex;                           ///< for whoever moves the read position
     };
     struct Finish {
         void operator()(thread::Errands* errands) const { errands->finish(); }
     };
 
     bool open_(Info& info);
-    /// Whether there is a block that can go into a frame.
-    static bool has_block_(const Info& info);
-    static bool read_(Frame& frame, Info& info);
-    static bool take_(Frame& frame, Info& info);
+    bool take_(Frame& frame, Info& info) const;
+    void skip_(Info& info) const;
+    /// Held if nobody has read the current block: then whoever has it may.
+    std::unique_lock<std::mutex> lock_if_due_(Info& info) const;
     void read_ahead_(const K& key, Info& info) const;
+    bool read_next_(const K& key, Info& info) const;
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;
     std::uint32_t sample_rate_ = 0;
     std::int32_t frame_limit_ = -1;
-    /// Counts down; a negative number never gets to 0.
+    /// Blocks of the stream from the current one on.
     std::int32_t frames_left_ = 0;
     std::int32_t nr_frames_ = -1;
+    /// Blocks before the current one.
+    std::uint64_t position_ = 0;
+    /// The first block that is not wanted yet.
+    std::atomic<std::uint64_t> ahead_end_ = 0;
     std::map<K, Info> inputs_;
     api::SampleSpan span_;
     std::uint32_t bit_depth_ = 0;
