@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <app/FrameLowpass.hpp>
 #include <app/process_audio.hpp>
 #include <csignal>
 #include <cstdint>
 #include <iostream>
+#include <utility>
 #include <vela/Any.hpp>
 #include <vela/AudioSource.hpp>
 #include <vela/limiter/hard_limit.hpp>
@@ -58,10 +60,19 @@ bool hand_on_sample_rate(const Source& source, profile::Interface& profile,
     return false;
 }
 
+// The samples of most files keep to their 24 bits; what a filter answers to them may not.
+bool needs_limit(const Source& source, const Settings& settings) {
+    return settings.lowpass_type != vela::filter::lowpass::Type::None ||
+           source.bit_depth() > sample_bits;
+}
+
+bool limit(Frames& frames) {
+    return std::ranges::all_of(
+        frames, [](auto& entry) { return vela::limiter::hard_limit(entry.second, sample_bits); });
+}
+
 bool encode(Frames& frames, const SampleSpan& span, profile::Interface& profile,
             Profiler& profiler) {
-    for (auto& [key, frame] : frames)
-        if (!vela::limiter::hard_limit(frame, sample_bits)) return false;
     static const char* const mark_msg = "Encoding";
     const Profiler::Mark mark(profiler, &mark_msg);
     return profile.process_one(frames, span);
@@ -79,6 +90,7 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
                 std::int32_t total, Profiler& profiler) {
     FrameLowpass filters(settings.lowpass_type, settings.lowpass_freq, source.sample_rate());
     Progress progress(settings.progress, total);
+    const bool is_limited = needs_limit(source, settings);
     Frames input;
     Frames current;
     Frames upcoming;
@@ -96,8 +108,11 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
             if (!filters.flush(current)) return false;
             finished = true;
         }
-        if (frame_index != 0 && !encode(current, span, profile, profiler)) return false;
-        current = upcoming;
+        if (frame_index != 0) {
+            if (is_limited && !limit(current)) return false;
+            if (!encode(current, span, profile, profiler)) return false;
+        }
+        std::swap(current, upcoming);
         span = next_span;
     }
     return true;

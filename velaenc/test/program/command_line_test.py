@@ -10,7 +10,7 @@ import unittest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "../../../end-to-end"))
-from support import VELAENC, tone, write_wav  # noqa: E402
+from support import FULL_SCALE, VELAENC, tone, write_wav  # noqa: E402
 
 OK = "Everything went OK\n"
 FAILED = "Failure with ReturnCode 1\n"
@@ -286,6 +286,16 @@ class Encoding(Program):
         lines = [line for line in self.encode("-P", "4", "-n", "8").out.split("\n")
                  if line.startswith("Progress")]
         self.assertEqual(lines, ["Progress: 0/4", "Progress: 1/4", "Progress: 2/4"])
+
+    def test_what_a_filter_makes_too_loud_is_cut_and_no_error_of_the_carrier(self):
+        self.write(samples=[FULL_SCALE if i // 64 % 2 == 0 else -FULL_SCALE - 1 for i in range(1024)])
+        for lowpass in ("none", "fir(18000)", "iir(19000)"):
+            with self.subTest(lowpass=lowpass):
+                result = self.encode("-L", lowpass)
+                self.assertEqual((result.status, result.err), (0, ""))
+                peaks = [float(peak) for peak in re.findall(r"{dbpeak: (\S+)}", result.out)]
+                self.assertEqual(len(peaks), 2)
+                self.assertLess(max(peaks), -100)
 
     def test_a_frame_count_ends_the_run_early(self):
         self.write(samples=tone(4 * 256, 200))
