@@ -186,7 +186,7 @@ bool Encoder::encode_one(Frames& out, const Frames& in) {
 
     auto pop = output_pingpong_->start_draining();
     if (!pop) return false;
-    out = *pop;
+    out = std::move(*pop);
     return true;
 }
 
