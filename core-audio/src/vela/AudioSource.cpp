@@ -17,7 +17,6 @@ bool AudioSource<T, K>::add(const K& key, const file::Name& filename) {
 template <typename T, typename K>
 bool AudioSource<T, K>::prepare() {
     std::optional<std::uint32_t> bits;
-    bool is_mono = !inputs_.empty();
     for (auto& [key, info] : inputs_) {
         if (!open_(info)) return false;
         const auto& format = *info.parser.format;
@@ -25,11 +24,10 @@ bool AudioSource<T, K>::prepare() {
         bits = format.bits_per_sample;
         const auto count = static_cast<std::int32_t>(info.blocks.size());
         nr_frames_ = nr_frames_ < 0 ? count : std::min(nr_frames_, count);
-        is_mono = is_mono && info.blocks.begin().is_mono();
     }
     span_ = {0, static_cast<std::int64_t>(frame_size_)};
-    frames_left_ = frame_limit_ < 0 ? nr_frames_ : std::min(nr_frames_, frame_limit_);
-    if (!is_mono) frames_left_ = 0;
+    frames_left_ = std::max(nr_frames_, 0);
+    if (frame_limit_ >= 0) frames_left_ = std::min(frames_left_, frame_limit_);
     bit_depth_ = bits.value_or(0);
     return true;
 }
@@ -40,6 +38,7 @@ bool AudioSource<T, K>::open_(Info& info) {
     info.parser.offset = offset_;
     if (!info.parser.parse(info.filename)) return false;
     info.blocks = info.parser.blocks;
+    info.is_mono = info.blocks.begin().is_mono();
     const std::uint32_t rate = info.parser.format->sample_rate;
     if (sample_rate_ == 0) sample_rate_ = rate;
     return sample_rate_ == rate;
@@ -48,8 +47,10 @@ bool AudioSource<T, K>::open_(Info& info) {
 template <typename T, typename K>
 bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
     if (frames_left_ == 0) return false;
-    for (auto& [key, info] : inputs_)
+    for (auto& [key, info] : inputs_) {
+        if (!info.is_mono) return false;
         if (!take_(frames.goc(key, frame_size_, bit_depth_), info)) return false;
+    }
     span = span_;
     return true;
 }
@@ -89,7 +90,9 @@ void AudioSource<T, K>::skip_(Info& info) const {
     ++info.nr_read;
 }
 
-// Nothing beyond the end of the stream, wherever it is.
+// Nothing beyond the end of the stream, wherever it is.  An errand that ends while the counts are
+// asked may be one too many, which then finds nothing to do, or one too few, which `get` makes up
+// for.
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
     if (!errands_) errands_.reset(&errands);

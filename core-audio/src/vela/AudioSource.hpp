@@ -79,8 +79,8 @@ private:
     using Parser = wav::Parser<T, file::Range>;
     using Frame = api::Frame<T, K>;
 
-    /// Blocks that may be read ahead of the current one: with one alone, whoever has time right
-    /// before it is wanted would find nothing left to read.
+    /// Blocks that may be read before they are asked for, the current one first: with that one
+    /// alone, whoever has time right before it is wanted would find nothing left to read.
     static constexpr std::uint64_t nr_ahead = 2;
     /// Blocks that a file's memory holds: those, and three that others may still share.
     static constexpr std::size_t nr_kept = nr_ahead + 3;
@@ -88,6 +88,8 @@ private:
     struct Info {
         Parser parser;
         file::Name filename;
+        /// If not, the file counts as one that has ended, and no memory is wanted for its samples.
+        bool is_mono = false;
         /// What is not read yet; its begin is the read position.
         decltype(Parser::blocks) blocks;
         /// Blocks before the read position.  Number n, if it was read ahead, lies at

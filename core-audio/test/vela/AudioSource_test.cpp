@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <new>
 #include <numeric>
 #include <support/ErrandHelpers.hpp>
 #include <support/TempFile.hpp>
@@ -237,6 +239,23 @@ TEST_F(AudioSourceTest, AStereoFileIsLikeOneThatHasEnded) {
     EXPECT_FALSE(source.get(frames, span));
 }
 
+// A size that nothing can hold ends the process, unless a file before has ended the stream.
+TEST_F(AudioSourceTest, MemoryIsWantedInTheOrderOfTheFiles) {
+    for (const bool stereo_first : {false, true}) {
+        start_anew();
+        const TempFile mono(wav_of({1, 2, 3, 4}));
+        const TempFile stereo(wav_of({1, 2, 3, 4}, {.channels = 2}));
+        ASSERT_TRUE(source.add(left, (stereo_first ? stereo : mono).name()));
+        ASSERT_TRUE(source.add(right, (stereo_first ? mono : stereo).name()));
+        source.set_frame_size(std::uint64_t{1} << 61);
+        ASSERT_TRUE(source.prepare());
+        if (stereo_first)
+            EXPECT_FALSE(source.get(frames, span));
+        else
+            EXPECT_THROW(static_cast<void>(source.get(frames, span)), std::bad_alloc);
+    }
+}
+
 // Farther than the bytes that the reader had ahead.
 TEST_F(AudioSourceTest, AFileThatShrinksEndsTheStreamWhereItCannotBeRead) {
     const TempFile file(wav_of(Block(100000, 7)));
@@ -288,6 +307,7 @@ TEST_P(AudioSourceThreads, ABlockReadAheadStaysUntilPopToo) {
         EXPECT_EQ(samples(left), (Block{5, 6, 7, 8}));
         EXPECT_EQ(frames.find(left)->bit_depth, 24u);
         EXPECT_EQ(span.start, 4);
+        std::ranges::fill(frames.goc(left).write(), 0);
         errands.run_one();
     }
     source.read_ahead(errands);
@@ -318,6 +338,23 @@ TEST_P(AudioSourceThreads, BlocksReadAheadNeedTheirFileNoMore) {
     EXPECT_FALSE(source.get(frames, span)) << "more than two blocks are kept";
 }
 
+// Memory is for few blocks, and what lies behind the end of the stream is nobody's.
+TEST_P(AudioSourceThreads, AnErrandThatComesLateReadsNothingInPlaceOfWhatIsGoneBy) {
+    constexpr std::size_t size = 100000;
+    const TempFile file(wav_of(ramp(1, 4 * size)));
+    ASSERT_TRUE(source.add(left, file.name()));
+    source.set_frame_size(size);
+    ASSERT_TRUE(source.prepare());
+    source.read_ahead(errands);
+    source.pop_front();
+    errands.finish();
+    file.write(wav_of({}));
+    ASSERT_TRUE(source.get(frames, span));
+    EXPECT_EQ(samples(left), ramp(1 + size, size));
+    source.pop_front();
+    EXPECT_FALSE(source.get(frames, span));
+}
+
 TEST_P(AudioSourceThreads, WhatIsGoneByIsReadNoMore) {
     add(ramp(1, 4 * 8));
     ASSERT_TRUE(prepare());
@@ -329,6 +366,44 @@ TEST_P(AudioSourceThreads, WhatIsGoneByIsReadNoMore) {
         EXPECT_EQ(samples(left), ramp(first + 4, 4));
         source.pop_front();
     }
+}
+
+// The numbers are those of the errands at block 0, 1, 2, ... if some blocks go by first.
+TEST_F(AudioSourceTest, EveryBlockIsOneErrandToTheEndOfTheStream) {
+    const std::vector<std::vector<int>> expected{{2, 1, 1, 0, 0, 0},
+                                                 {0, 2, 1, 0, 0, 0},
+                                                 {0, 0, 2, 0, 0, 0},
+                                                 {0, 0, 0, 1, 0, 0},
+                                                 {0, 0, 0, 0, 0, 0}};
+    for (std::size_t first = 0; first < expected.size(); ++first) {
+        SCOPED_TRACE(first);
+        thread::Errands errands;
+        start_anew();
+        add(ramp(1, 4 * 10));
+        ASSERT_TRUE(prepare(4));
+        std::vector<int> found(6);
+        for (std::size_t at = 0; at < found.size(); ++at) {
+            if (at >= first) source.read_ahead(errands);
+            while (errands.run_one())
+                ++found[at];
+            source.pop_front();
+        }
+        EXPECT_EQ(found, expected[first]);
+        start_anew();  // the source goes before its errands
+    }
+}
+
+TEST_F(AudioSourceTest, AnErrandThatFindsNothingToDoMakesRoomForTheNext) {
+    thread::Errands errands;
+    add(ramp(1, 4 * 10));
+    ASSERT_TRUE(prepare());
+    source.read_ahead(errands);
+    source.pop_front();
+    errands.finish();
+    source.read_ahead(errands);
+    EXPECT_TRUE(errands.run_one());
+    EXPECT_FALSE(errands.run_one());
+    start_anew();  // the source goes before its errands
 }
 
 // On a machine that is busy otherwise nobody ever has time.
@@ -365,12 +440,17 @@ TEST_P(AudioSourceThreads, ReadNothingAheadBeyondTheEnd) {
 TEST_P(AudioSourceThreads, FramesHeldElsewhereKeepTheirSamplesToo) {
     add(ramp(1, 4 * 100));
     ASSERT_TRUE(prepare());
-    for (int first = 1; source.get(frames, span); first += 4) {
-        const auto held = frames;
+    std::vector<decltype(frames)> held;
+    while (source.get(frames, span)) {
+        held.push_back(frames);
         source.pop_front();
         source.read_ahead(errands);
         errands.finish();
-        ASSERT_EQ(held.find(left)->samples().front(), first);
+    }
+    ASSERT_EQ(held.size(), 100u);
+    for (int first = 1; const auto& block : held) {
+        EXPECT_EQ(block.find(left)->samples().front(), first);
+        first += 4;
     }
 }
 
