@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iostream>
+#include <utility>
 #include <vela/OnRAII.hpp>
 #include <vela/Strange.hpp>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
