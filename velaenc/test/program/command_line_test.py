@@ -287,14 +287,21 @@ class Encoding(Program):
                  if line.startswith("Progress")]
         self.assertEqual(lines, ["Progress: 0/4", "Progress: 1/4", "Progress: 2/4"])
 
+    # A channel that has a carrier to itself, and is not the first.
     def test_what_a_filter_makes_too_loud_is_cut_and_no_error_of_the_carrier(self):
-        self.write(samples=[FULL_SCALE if i // 64 % 2 == 0 else -FULL_SCALE - 1 for i in range(1024)])
+        silence = [0] * 1024
+        loud = [FULL_SCALE if i // 64 % 2 == 0 else -FULL_SCALE - 1 for i in range(1024)]
+        inputs = []
+        for channel in ("L", "R", "C", "LFE", "Ls", "Rs"):
+            self.write(channel + ".wav", loud if channel == "LFE" else silence)
+            inputs += ["-i", f"{channel}:{channel}.wav"]
         for lowpass in ("none", "fir(18000)", "iir(19000)"):
             with self.subTest(lowpass=lowpass):
-                result = self.encode("-L", lowpass)
+                result = self.run_it("-p", "Vela-Codec", "-l", "5.1", "-j", "0", "-f", "256", *inputs,
+                                     "-L", lowpass)
                 self.assertEqual((result.status, result.err), (0, ""))
                 peaks = [float(peak) for peak in re.findall(r"{dbpeak: (\S+)}", result.out)]
-                self.assertEqual(len(peaks), 2)
+                self.assertEqual(len(peaks), 7)
                 self.assertLess(max(peaks), -100)
 
     def test_a_frame_count_ends_the_run_early(self):
