@@ -170,8 +170,9 @@ class Complaints(Program):
                 result = self.run_it(*words)
                 self.assertEqual(result.status, -signal.SIGABRT)
                 self.assertNotIn("Failure with", result.out)
-        result = self.encode(size=("-f", "-1"))
-        self.assertNotIn(result.status, (0, 255))
+        for size in ("-1", "-5", "-6", "-2000"):
+            with self.subTest(size=size):
+                self.assertEqual(self.encode(size=("-f", size)).status, -signal.SIGABRT)
 
 
 class Settings(Program):

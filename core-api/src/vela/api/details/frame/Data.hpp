@@ -1,8 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace vela::api::details::frame {
@@ -15,8 +18,11 @@ template <typename T>
 class Data {
 public:
     Data() = default;
-    /// `size` zero samples; size 0 allocates nothing.
+    /// `size` zero samples; size 0 allocates nothing, and one that nothing can hold throws.
     explicit Data(std::uint64_t size) : size_(size) {
+        // The library adds room for the count of owners, unchecked.
+        if (size_ > std::numeric_limits<std::size_t>::max() / sizeof(T))
+            throw std::bad_array_new_length();
         if (size_ != 0) data_ = std::make_shared<T[]>(size_);
     }
     Data(const Data&) = default;

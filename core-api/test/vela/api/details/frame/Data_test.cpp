@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <new>
 #include <thread>
 #include <utility>
 #include <vela/api/details/frame/Data.hpp>
@@ -22,6 +25,13 @@ TEST(Data, StartsAsZeros) {
     const Ints data(100);
     EXPECT_EQ(data.size(), 100u);
     EXPECT_TRUE(std::all_of(data.data(), data.data() + 100, [](int v) { return v == 0; }));
+}
+
+// A wrapped size would be small, and what is written to it somebody else's.
+TEST(Data, OfASizeThatNothingCanHoldThrows) {
+    constexpr auto most = std::numeric_limits<std::uint64_t>::max();
+    for (const std::uint64_t size : {most, most - 1, most - 5, most - 20, most / 4, most / 8})
+        EXPECT_THROW(Ints{size}, std::bad_alloc) << size;
 }
 
 TEST(Data, WriteAccessTwiceGivesTheSameBuffer) {
