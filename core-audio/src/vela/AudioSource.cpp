@@ -90,9 +90,8 @@ void AudioSource<T, K>::skip_(Info& info) const {
     ++info.nr_read;
 }
 
-// Nothing beyond the end of the stream, wherever it is.  An errand that ends while the counts are
-// asked may be one too many, which then finds nothing to do, or one too few, which `get` makes up
-// for.
+// Nothing beyond the end of the stream, wherever it is.  If an errand ends while the counts are
+// asked, there is one too many, which finds nothing to do, or one too few, and `get` reads.
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
     if (!errands_) errands_.reset(&errands);
