@@ -106,7 +106,7 @@ private:
     bool open_(Info& info);
     bool take_(Frame& frame, Info& info) const;
     void skip_(Info& info) const;
-    /// Held if nobody has read the current block: then whoever has it may.
+    /// Held if nobody has read the current block; whoever holds it may.
     std::unique_lock<std::mutex> lock_if_due_(Info& info) const;
     void read_ahead_(const K& key, Info& info) const;
     bool read_next_(const K& key, Info& info) const;
