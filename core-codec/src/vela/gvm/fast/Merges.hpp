@@ -6,6 +6,7 @@
 #include <vela/gvm/fast/BySize.hpp>
 #include <vela/gvm/fast/Owners.hpp>
 #include <vela/gvm/fast/Storage.hpp>
+#include <vela/simd/Column.hpp>
 
 namespace vela::gvm::fast {
 
@@ -82,9 +83,9 @@ private:
     std::size_t size_ = 0;  // live clusters
     float slack_ = 0;
 
-    std::vector<Position> partner_;
+    simd::Column<Position> partner_;
     std::vector<T> cost_of_;
-    std::vector<float> shadow_of_cost_;
+    simd::Column<float> shadow_of_cost_;
 
     Owners owners_;
 

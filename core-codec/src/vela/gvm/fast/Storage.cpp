@@ -25,7 +25,7 @@ void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
     clusters_.resize(size + 1);
     clusters_[size] = Cluster<T, N>::nobody();
     const std::size_t padded = size + sieve::padding;
-    for (std::vector<float>& column : mean_)
+    for (simd::Column<float>& column : mean_)
         column.assign(padded, sieve::nowhere);
     weight_.assign(padded, 1);
     inverse_.assign(padded, 1);
@@ -36,7 +36,7 @@ void Storage<T, N>::reset(std::size_t size, std::size_t nr_deltas) {
 template <typename T, std::size_t N>
 float Storage<T, N>::largest_mean(std::size_t size) const {
     float largest = 0;
-    for (const std::vector<float>& column : mean_)
+    for (const simd::Column<float>& column : mean_)
         largest = std::max(largest, simd::widest<largest_of>(std::span(column).first(size)));
     return largest;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 #include <vela/gvm/fast/Cluster.hpp>
 #include <vela/gvm/fast/sieve.hpp>
+#include <vela/simd/Column.hpp>
 
 namespace vela::gvm::fast {
 
@@ -69,9 +70,9 @@ private:
     std::vector<Cluster<T, N>> clusters_;
 
     // Longer than the size, since they are read in whole registers.
-    std::array<std::vector<float>, N> mean_;
-    std::vector<float> weight_;   // n / (n + 1)
-    std::vector<float> inverse_;  // 1 / n
+    std::array<simd::Column<float>, N> mean_;
+    simd::Column<float> weight_;   // n / (n + 1)
+    simd::Column<float> inverse_;  // 1 / n
 
     std::vector<T> inverses_;  // of whole numbers: four divisions a delta less
 };
