@@ -7,10 +7,11 @@
 namespace vela::file {
 
 String::String(const Name& name, thread::Errands* errands)
-    : stream_(std::fopen(name.str().c_str(), "wb")), errands_(errands) {
+    : stream_(std::fopen(name.str().c_str(), "wb")) {
     // What goes to the stream goes to the file at once, from the pieces.
     if (stream_) std::setvbuf(stream_.get(), nullptr, _IONBF, 0);
     piece_.reserve(details::buffer_size);
+    if (errands) write_behind_.emplace(*errands, [this] { write_(piece_behind_); });
 }
 
 String::~String() {
@@ -38,27 +39,19 @@ bool String::overwrite(std::uint64_t offset, std::string_view bytes) {
 }
 
 void String::write_piece_() {
-    if (!errands_) return write_all_();
+    if (!write_behind_) return write_all_();
 
-    finish_piece_behind_();
+    write_behind_->finish();
     piece_.swap(piece_behind_);
     piece_.clear();
     piece_.reserve(details::buffer_size);
-    is_behind_ = true;
-    errands_->post([this] {
-        write_(piece_behind_);
-        is_behind_ = false;
-    });
+    write_behind_->post();
 }
 
 void String::write_all_() {
-    finish_piece_behind_();
+    if (write_behind_) write_behind_->finish();
     write_(piece_);
     piece_.clear();
-}
-
-void String::finish_piece_behind_() {
-    if (is_behind_) errands_->finish();
 }
 
 void String::write_(std::string_view bytes) {

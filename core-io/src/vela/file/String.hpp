@@ -1,13 +1,13 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vela/file/Name.hpp>
-#include <vela/thread/Errands.hpp>
+#include <vela/thread/Chore.hpp>
 
 namespace vela::file {
 
@@ -22,7 +22,7 @@ namespace vela::file {
 ///     append      |---- piece ----|---- piece ----|---- piece ----|
 ///     errands                      write the 1st   write the 2nd
 ///
-/// Threads:  one uses a file; others only run the errands that it posts.
+/// Threads:  one at a time uses a file; others only run the errands that it posts.
 class String {
 public:
     /// Creates the file, or empties the one that is there.  `errands`, if any, must outlive it.
@@ -47,15 +47,13 @@ private:
 
     void write_piece_();
     void write_all_();
-    void finish_piece_behind_();
     void write_(std::string_view bytes);
 
     std::unique_ptr<std::FILE, Close> stream_;
-    thread::Errands* errands_;
     std::uint64_t size_ = 0;
     std::string piece_;         // not at the file yet
-    std::string piece_behind_;  // an errand's while `is_behind_`
-    std::atomic<bool> is_behind_ = false;
+    std::string piece_behind_;  // what that chore writes
+    std::optional<thread::Chore> write_behind_;
 };
 
 }  // namespace vela::file

@@ -21,7 +21,7 @@ namespace vela::wav {
 /// leaves a valid file.  Samples are right-justified integers of `bits_per_sample` (8, 16, 24 or
 /// 32) bits.  A file that cannot be created gives no failure: what is written is lost.
 ///
-/// Threads: one; others only run the errands that it posts.
+/// Threads: one at a time; others only run the errands that it posts.
 class FileWriter {
 public:
     using Samples = Range<const int*>;
