@@ -12,6 +12,7 @@
 #include <vela/codec/v3/lib/encoder/IEncoder.hpp>
 #include <vela/downmix/tdl/Parser.hpp>
 #include <vela/file/Name.hpp>
+#include <vela/thread/Chore.hpp>
 
 namespace app::profile {
 
@@ -49,6 +50,8 @@ private:
     bool create_encoder_();
     bool set_encoder_options_();
     bool prepare_output_();
+    bool append_();
+    bool finish_append_();
 
     // What holds for a block goes to the encoder before the block does.
     bool feed_metadata_(const vela::api::SampleSpan& span);
@@ -87,7 +90,10 @@ private:
     vela::audio::Frames encoded_;
     bool output_enabled_ = false;
     WavOutput output_;  ///< goes before the encoder, whose errands may still be writing it
-    vela::file::Name data_filename_;  ///< stored, without effect
+    vela::audio::Frames behind_;  ///< what is appended while the next block is under way
+    bool is_appended_ = true;     ///< the answer to that
+    std::optional<vela::thread::Chore> append_behind_;  ///< goes before the output
+    vela::file::Name data_filename_;                    ///< stored, without effect
     std::shared_ptr<DataStream> data_stream_;
     std::string error_;
 };
