@@ -3,22 +3,28 @@
 
 namespace vela::codec::v3::encode {
 
-int Filter::check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const {
-    const auto lock = thread::lock_awake(mutex_);
-    const auto at = filters_.find(carrier);
-    return at != filters_.end() && at->second(nr_bitlines) ? 2 : 0;
+template <typename Use>
+auto Filter::with_filter_(const api::ChannelVariant& carrier, Use use) {
+    Shard& shard = shards_[carrier.channel.id() % shards_.size()];
+    const auto lock = thread::lock_awake(shard.mutex);
+    if (shard.frame != frame_) {
+        for (auto& [variant, filter] : shard.filters)
+            filter.clear();
+        shard.frame = frame_;
+    }
+    return use(shard.filters[carrier]);
+}
+
+int Filter::check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) {
+    return with_filter_(carrier, [&](auto& filter) { return filter(nr_bitlines) ? 2 : 0; });
 }
 
 bool Filter::update(const Group& group) {
     if (!group.has_score) return false;
-    const auto lock = thread::lock_awake(mutex_);
-    filters_[group.frame.key].update(group.nr_bitlines, static_cast<float>(-group.score));
+    with_filter_(group.frame.key, [&](auto& filter) {
+        filter.update(group.nr_bitlines, static_cast<float>(-group.score));
+    });
     return true;
-}
-
-void Filter::clear() {
-    const auto lock = thread::lock_awake(mutex_);
-    filters_.clear();
 }
 
 }  // namespace vela::codec::v3::encode

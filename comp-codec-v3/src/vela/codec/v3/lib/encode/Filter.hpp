@@ -1,7 +1,11 @@
 #pragma once
 
+#include <array>
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
+#include <vela/cache_line.hpp>
 #include <vela/codec/v3/lib/encode/Group.hpp>
 #include <vela/codec/v3/lib/encode/details/Filter.hpp>
 
@@ -9,24 +13,35 @@ namespace vela::codec::v3::encode {
 
 /// Remembers the scores of a frame per carrier channel and tells which candidates cannot win.
 ///
-/// Shared by all workers; every operation locks.
+/// Shared by all workers; every operation locks, but those of different channels never meet.
 class Filter {
 public:
     /// 2 if the candidate shall be dropped, else 0.
-    [[nodiscard]] int check(const Group& group) const {
+    [[nodiscard]] int check(const Group& group) {
         return check(group.frame.key, group.nr_bitlines);
     }
-    [[nodiscard]] int check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const;
+    [[nodiscard]] int check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines);
 
     /// Takes in a scored candidate; false if it has no score.
     [[nodiscard]] bool update(const Group& group);
 
-    /// Forgets everything, for the next frame.
-    void clear();
+    /// Begins a frame, whose candidates are judged by its own scores alone.
+    void clear() { ++frame_; }
 
 private:
-    std::map<api::ChannelVariant, details::Filter> filters_;
-    mutable std::mutex mutex_;
+    /// The scores of some carriers.  Those of a frame that is over are forgotten by whoever comes
+    /// next.
+    struct alignas(cache_line) Shard {
+        std::map<api::ChannelVariant, details::Filter> filters;
+        std::uint64_t frame = 0;
+        std::mutex mutex;
+    };
+
+    template <typename Use>
+    auto with_filter_(const api::ChannelVariant& carrier, Use use);
+
+    std::array<Shard, 32> shards_;  // more than there are channels, so that each has one to itself
+    std::atomic<std::uint64_t> frame_ = 0;
 };
 
 }  // namespace vela::codec::v3::encode

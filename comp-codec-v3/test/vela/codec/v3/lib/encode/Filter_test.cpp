@@ -39,5 +39,17 @@ TEST(Filter, RefusesWhatHasNoScoreAndForgets) {
     EXPECT_EQ(filter.check(scored(4, 0)), 0);
 }
 
+TEST(Filter, BracketsEachFrameByItsOwnScoresAlone) {
+    Filter filter;
+    for (int frame = 0; frame < 3; ++frame) {
+        ASSERT_TRUE(filter.update(scored(5, -80)));
+        EXPECT_EQ(filter.check(scored(3, 0)), 0);
+        EXPECT_EQ(filter.check(scored(12, 0)), 0) << "one score is no bracket";
+        ASSERT_TRUE(filter.update(scored(9, -90)));
+        EXPECT_EQ(filter.check(scored(3, 0)), 2);
+        filter.clear();
+    }
+}
+
 }  // namespace
 }  // namespace vela::codec::v3::encode

@@ -4,15 +4,10 @@
 namespace vela::codec::v3::encode::details {
 
 void Filter::update(std::uint32_t nr_bitlines, float quality) {
-    points_.push_back({nr_bitlines, quality});
-    sort_();
+    // Behind its equals: a retry adds a second point of the same count.
+    const auto at = std::ranges::upper_bound(points_, nr_bitlines, {}, &Point::nr_bitlines);
+    points_.insert(at, {nr_bitlines, quality});
     prune_();
-}
-
-// Stable: a retry adds a second point of the same count, and the order of the two must not depend
-// on the library.
-void Filter::sort_() {
-    std::ranges::stable_sort(points_, {}, &Point::nr_bitlines);
 }
 
 void Filter::prune_() {

@@ -20,6 +20,9 @@ public:
         float quality;  ///< higher is better
     };
 
+    /// Forgets all points.
+    void clear() { points_.clear(); }
+
     void update(std::uint32_t nr_bitlines, float quality);
 
     /// Whether this count cannot win any more.
@@ -28,7 +31,6 @@ public:
     [[nodiscard]] const std::deque<Point>& points() const { return points_; }
 
 private:
-    void sort_();
     void prune_();
 
     std::deque<Point> points_;
