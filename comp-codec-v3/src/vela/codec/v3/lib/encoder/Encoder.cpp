@@ -18,8 +18,6 @@ namespace {
 
 using api::loudness::Parameter;
 
-constexpr int bitlines_allowed_min = 3;
-constexpr int bitlines_allowed_max = 12;
 constexpr Version encoded_version{3, 2, 0};  // patch levels do not change what is written
 
 // Repetition periods, as parts of a second.

@@ -12,6 +12,7 @@
 #include <vector>
 #include <vela/CarrierRecipe.hpp>
 #include <vela/audio/Quality.hpp>
+#include <vela/cache_line.hpp>
 #include <vela/codec/Version.hpp>
 #include <vela/codec/v3/lib/encode/Chain.hpp>
 #include <vela/codec/v3/lib/encode/Muxer.hpp>
@@ -65,19 +66,27 @@ private:
         std::int32_t period = 0;                      ///< samples
         std::array<std::optional<double>, 4> data{};  ///< by dimension
     };
+
+    static constexpr int bitlines_allowed_min = 3;
+    static constexpr int bitlines_allowed_max = 12;
+
     using GroupPtr = std::shared_ptr<encode::Group>;
     using Code = encode::Chain::Code;
-    /// The best candidate of a carrier.  One thread takes it to the muxer, and keeps what that
-    /// says.
-    struct Winner {
-        GroupPtr group;
-        bool is_taken = false;
-        bool is_muxed = false;
-    };
-    /// The candidates of a frame, and how many failed.
-    struct Search {
-        CandidateQueue queue;
-        std::atomic<unsigned> nr_failures{0};
+
+    /// A carrier from frame to frame.  Threads that work on different ones find nothing here that
+    /// another has written: to fetch that costs as much as some hundred operations.
+    struct alignas(cache_line) Carrier {
+        GroupPtr draft;  ///< what all candidates of a frame have in common
+        std::optional<std::uint32_t> prev_bitlines;
+        /// Numbers of centers used with two and with three channels, by count of bit-lines: only
+        /// one candidate of a frame asks for each.
+        std::array<std::pair<std::uint32_t, std::uint32_t>, bitlines_allowed_max + 1>
+            prev_centers{};
+        SpareGroups spare_groups;
+
+        GroupPtr best;          ///< of the candidates so far, if any has a score
+        std::mutex best_mutex;  ///< guards it while candidates are at work
+        bool is_muxed = false;  ///< what the muxer says of the best
     };
 
     void set_sample_rate_(unsigned rate);
@@ -92,27 +101,25 @@ private:
     void update_cyclers_();
 
     // The candidates of a frame.
-    bool start_threads_(Search& search);
-    bool queue_candidates_(CandidateQueue& queue);
-    bool add_groups_(CandidateQueue& queue, const Frames& frames) const;
-    bool add_(CandidateQueue& queue, const Frames& frames,
-              const CarrierRecipe::Group& recipe) const;
-    GroupPtr create_draft_() const;
+    bool start_threads_();
+    bool queue_candidates_();
+    bool add_groups_(const Frames& frames);
+    bool add_(const Frames& frames, const CarrierRecipe::Group& recipe);
+    GroupPtr start_draft_(Carrier& carrier) const;
     bool set_origs_(encode::Group& group, const api::ChannelVariant& key,
                     const Frames& frames) const;
-    void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
+    void set_carrier_(encode::Group& group, const api::Channel& carrier);
     void set_metadata_(encode::Group& group) const;
-    void work_(Search& search);
-    void try_(const CandidateQueue::Candidate& candidate, std::atomic<unsigned>& nr_failures);
-    GroupPtr create_group_(const encode::Group& draft, std::uint32_t nr_bitlines);
-    void select_best_(GroupPtr& group);
-    void mux_finished_(const CandidateQueue& queue);
-    Winner* take_winner_(const api::ChannelVariant& carrier);
+    void work_();
+    void try_(const CandidateQueue::Candidate& candidate);
+    static GroupPtr create_group_(Carrier& carrier, const CandidateQueue::Candidate& candidate);
+    static void select_best_(Carrier& carrier, GroupPtr& group);
+    void mux_finished_();
 
     // The winners of a frame.
     bool finish_frame_();
     bool remember_bitlines_();
-    bool finish_winner_(const Winner& winner, Frames& out);
+    bool finish_winner_(const Carrier& carrier, Frames& out);
 
     unsigned sample_rate_ = 0;
     api::SpeakerLayout input_layout_;
@@ -141,14 +148,10 @@ private:
     thread::PingPong<Frames> downmixed_;
     std::unique_ptr<thread::PingPong<Frames>> output_pingpong_;
 
-    std::map<api::ChannelVariant, Winner> best_;
-    std::mutex best_mutex_;
-    SpareGroups spare_groups_;
-    std::map<api::ChannelVariant, std::uint32_t> prev_bitlines_;
-    /// Numbers of centers used with two and with three channels, by count of bit-lines.
-    std::map<std::pair<std::uint32_t, api::ChannelVariant>, std::pair<std::uint32_t, std::uint32_t>>
-        prev_centers_;
-    std::mutex prev_centers_mutex_;
+    /// All are there before threads look for one.
+    std::map<api::ChannelVariant, Carrier> carriers_;
+    CandidateQueue queue_;
+    std::atomic<unsigned> nr_failures_ = 0;  ///< of the candidates of this frame
 
     encode::Chain chain_;
     encode::Muxer muxer_;

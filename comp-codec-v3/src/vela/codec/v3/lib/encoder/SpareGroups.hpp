@@ -7,8 +7,8 @@
 
 namespace vela::codec::v3::encoder {
 
-/// Groups that nobody needs any more.  The next ones are made in their memory, since a group holds
-/// many vectors and there are some twenty groups a frame.
+/// Groups of a carrier that nobody needs any more.  The next ones are made in their memory, since a
+/// group holds many vectors and there are some twenty groups a frame, all carriers together.
 ///
 /// Threads: any number may call.
 class SpareGroups {

@@ -116,19 +116,39 @@ TEST(CandidateQueue, ACarrierThatWaitsDoesNotKeepOthersFromTheirTurn) {
     EXPECT_EQ(all_of(queue), (Counts{6}));
 }
 
-TEST(CandidateQueue, ACarrierIsFinishedWhenNoneIsLeftAndNoneAtWork) {
+TEST(CandidateQueue, ACarrierIsFinishedOnceWhenNoneIsLeftAndNoneAtWork) {
     CandidateQueue queue;
     push(queue, api::channel::Left, {3}, 3);
     push(queue, api::channel::Right, {3, 4}, 3);
-    EXPECT_TRUE(queue.finished().empty());
+    EXPECT_FALSE(queue.pop_finished());
     auto left = queue.pop();
-    EXPECT_TRUE(queue.finished().empty());
+    EXPECT_FALSE(queue.pop_finished());
     EXPECT_TRUE(queue.pop());
-    EXPECT_TRUE(queue.finished().empty()) << "one is at work, one is left";
+    EXPECT_FALSE(queue.pop_finished()) << "one is at work, one is left";
     left.reset();
-    EXPECT_EQ(queue.finished(), (std::vector{api::ChannelVariant(api::channel::Left)}));
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
+    EXPECT_FALSE(queue.pop_finished());
     EXPECT_TRUE(queue.pop());
-    EXPECT_EQ(queue.finished().size(), 2u);
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
+    EXPECT_FALSE(queue.pop_finished());
+}
+
+TEST(CandidateQueue, ANewFrameHasNothingOfTheOneBefore) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 4, 5, 6}, 6);
+    push(queue, api::channel::Center, {7}, 7);
+    EXPECT_TRUE(queue.pop());
+    EXPECT_TRUE(queue.pop());
+    queue.start();
+    EXPECT_FALSE(queue.pop());
+    EXPECT_FALSE(queue.pop_finished()) << "nobody had candidates";
+
+    push(queue, api::channel::Left, {3, 4, 5, 6}, 3);
+    push(queue, api::channel::Right, {3}, 3);
+    EXPECT_EQ(all_of(queue), (Counts{3, 103, 4, 5, 6}));
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
+    EXPECT_FALSE(queue.pop_finished());
 }
 
 // What is short comes last, so that threads end together.
@@ -141,6 +161,48 @@ TEST(CandidateQueue, GivesTheCarriersFirstThatAreAskedForFirst) {
         push(queue, api::channel::LFE, {3, 4}, 3, 3);
         EXPECT_EQ(all_of(queue, first), order);
     }
+}
+
+/// What the call gives on another thread.
+template <typename Call>
+auto elsewhere(Call call) {
+    decltype(call()) result{};
+    std::thread([&] { result = call(); }).join();
+    return result;
+}
+
+/// A frame of three carriers with a mix.
+void start_frame(CandidateQueue& queue) {
+    queue.start();
+    for (const auto& carrier :
+         {api::channel::Left, api::channel::Right, api::channel::LeftSurround})
+        push(queue, carrier, {3, 4}, 3);
+}
+
+// What its candidates need lies near it still.
+TEST(CandidateQueueThreads, GetTheCarriersFirstThatTheyBeganInTheFrameBefore) {
+    CandidateQueue queue;
+    start_frame(queue);
+    EXPECT_EQ(name_of(*queue.pop(First::mix)), 3u);
+    EXPECT_EQ(elsewhere([&] { return name_of(*queue.pop(First::mix)); }), 103u);
+    EXPECT_EQ(all_of(queue, First::mix), (Counts{403, 4, 404, 104})) << "the other's at last";
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::LeftSurround));
+    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
+
+    start_frame(queue);
+    EXPECT_EQ(all_of(queue, First::mix), (Counts{3, 403, 4, 404, 103, 104}));
+    start_frame(queue);
+    EXPECT_EQ(all_of(queue, First::mix), (Counts{3, 103, 403, 4, 104, 404}))
+        << "begun, so it is its";
+}
+
+TEST(CandidateQueueThreads, InTurnItIsNobodysCarrier) {
+    CandidateQueue queue;
+    start_frame(queue);
+    elsewhere([&] { return all_of(queue, First::turn); });
+    start_frame(queue);
+    EXPECT_EQ(all_of(queue, First::turn), (Counts{3, 103, 403, 4, 104, 404}));
 }
 
 TEST(CandidateQueueThreads, GiveEachOnceToWhoeverAsks) {

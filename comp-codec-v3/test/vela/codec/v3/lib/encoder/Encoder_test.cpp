@@ -144,6 +144,41 @@ TEST(Encoder, TheAttenuationLeavesTheInputAlone) {
     EXPECT_EQ(out.find(center)->samples()[9] >> 3, before[9] / 2 >> 3);
 }
 
+TEST(Encoder, AFrameMayHaveAnotherSizeThanTheOneBefore) {
+    const auto encoder = make(lcr, stereo);
+    Frames out;
+    for (const std::size_t size : {256, 1024, 128, 512}) {
+        ASSERT_TRUE(encoder->encode_one(out, frames_of(lcr, size))) << size;
+        for (const auto& [key, carrier] : out)
+            EXPECT_EQ(carrier.size(), size);
+    }
+}
+
+TEST(Encoder, OptionsHoldFromTheNextFrameOn) {
+    std::vector<std::vector<int>> second;
+    for (const auto& [first_max, second_max] :
+         {std::pair(150, 1), std::pair(1, 1), std::pair(150, 150)}) {
+        const auto encoder = make(testmix2, mono, 8, 8);
+        ASSERT_TRUE(encoder->set_option("gvm.randomize_deltas", 0));
+        Frames out;
+        for (const auto max : {first_max, second_max}) {
+            ASSERT_TRUE(encoder->set_option("gvm.centers_max", max));
+            ASSERT_TRUE(encoder->encode_one(out, frames_of(testmix2, 256, 1)));
+        }
+        second.push_back(encode::samples_of(out.begin()->second));
+    }
+    EXPECT_EQ(second[0], second[1]);
+    EXPECT_NE(second[0], second[2]);
+
+    const auto encoder = make(mono, mono);
+    for (const bool dither : {true, false, true}) {
+        Frames out;
+        ASSERT_TRUE(encoder->set_option("dither.enabled", dither ? 1 : 0));
+        ASSERT_TRUE(encoder->encode_one(out, frames_of(mono)));
+        EXPECT_EQ(record_of(out, api::channel::Center).dither_enabled, dither);
+    }
+}
+
 std::vector<std::vector<int>> encode_on(unsigned nr_threads) {
     // One count of bit-lines, and deltas in time order: the order of work then cannot matter.
     const auto encoder = make(lcr, stereo, 8, 8, nr_threads);
@@ -171,6 +206,18 @@ TEST(EncoderThreads, OneFailedCandidateFailsTheFrame) {
         Frames out;
         EXPECT_FALSE(encoder->encode_one(out, frames_of(lcr)));
         EXPECT_TRUE(out.empty());
+    }
+}
+
+TEST(EncoderThreads, AFailedCandidateDoesNotFailTheNextFrame) {
+    for (const unsigned nr_threads : {0u, 2u}) {
+        const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+        Frames out;
+        for (const auto& [implementation, ok] :
+             {std::pair("fast", true), std::pair("anything", false), std::pair("ref", true)}) {
+            ASSERT_TRUE(encoder->set_option("gvm.implementation", std::string(implementation)));
+            EXPECT_EQ(encoder->encode_one(out, frames_of(lcr)), ok);
+        }
     }
 }
 
