@@ -60,7 +60,7 @@ template <typename T, typename K>
 bool AudioSource<T, K>::take_(Frame& frame, Info& info) const {
     if (const auto lock = lock_if_due_(info))
         return info.blocks.begin().read_mono(frame.overwrite());
-    frame = info.ahead[position_ % nr_kept];
+    frame = ahead_(info, position_);
     return true;
 }
 
@@ -95,7 +95,7 @@ void AudioSource<T, K>::skip_(Info& info) const {
 template <typename T, typename K>
 void AudioSource<T, K>::read_ahead(thread::Errands& errands) {
     if (!errands_) errands_.reset(&errands);
-    ahead_end_ = position_ + std::min(nr_ahead, static_cast<std::uint64_t>(frames_left_));
+    ahead_end_ = position_ + std::min(nr_ahead_(), static_cast<std::uint64_t>(frames_left_));
     std::vector<thread::Errands::Errand> reads;
     reads.reserve(inputs_.size());
     for (auto& input : inputs_) {
@@ -117,7 +117,7 @@ void AudioSource<T, K>::read_ahead_(const K& key, Info& info) const {
 
 template <typename T, typename K>
 bool AudioSource<T, K>::read_next_(const K& key, Info& info) const {
-    Frame& frame = info.ahead[info.nr_read % nr_kept];
+    Frame& frame = ahead_(info, info.nr_read);
     if (frame.size() != frame_size_) frame = Frame(key, frame_size_);
     frame.bit_depth = bit_depth_;
     if (!info.blocks.begin().read_mono(frame.overwrite())) return false;
