@@ -4,6 +4,7 @@
 #include <chrono>
 #include <memory>
 #include <stdexcept>
+#include <support/ErrandHelpers.hpp>
 #include <thread>
 #include <vector>
 #include <vela/thread/Chore.hpp>
@@ -111,30 +112,19 @@ TEST(Chore, WhatIsDueIsDoneBeforeItGoes) {
 
 TEST(ChoreThreads, DoEachPostOnceInTurn) {
     Errands errands;
-    std::atomic<bool> is_over = false;
-    std::vector<std::thread> helpers;
-    for (int i = 0; i < 3; ++i)
-        helpers.emplace_back([&] {
-            while (!is_over)
-                if (!errands.run_one()) std::this_thread::yield();
-        });
-    {
-        int input = 0;
-        std::vector<int> outputs;  // unguarded: one at a time has the chore
-        Chore chore(errands, [&] { outputs.push_back(input); });
-        for (int i = 0; i < 3000; ++i) {
-            chore.finish();
-            ASSERT_EQ(outputs.size(), static_cast<std::size_t>(i));
-            input = i;
-            chore.post();
-        }
+    const testing_support::ErrandHelpers helpers(errands, 3);
+    int input = 0;
+    std::vector<int> outputs;  // unguarded: one at a time has the chore
+    Chore chore(errands, [&] { outputs.push_back(input); });
+    for (int i = 0; i < 3000; ++i) {
         chore.finish();
-        for (int i = 0; i < 3000; ++i)
-            EXPECT_EQ(outputs[static_cast<std::size_t>(i)], i);
+        ASSERT_EQ(outputs.size(), static_cast<std::size_t>(i));
+        input = i;
+        chore.post();
     }
-    is_over = true;
-    for (auto& helper : helpers)
-        helper.join();
+    chore.finish();
+    for (int i = 0; i < 3000; ++i)
+        EXPECT_EQ(outputs[static_cast<std::size_t>(i)], i);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <support/ErrandHelpers.hpp>
 #include <thread>
 #include <vector>
 #include <vela/thread/Errands.hpp>
@@ -80,13 +81,7 @@ TEST(Errands, WhatAnErrandPostsIsFinishedToo) {
 
 TEST(Errands, EachRunsOnceHoweverManyHelp) {
     Errands errands;
-    std::atomic<bool> is_over = false;
-    std::vector<std::thread> helpers;
-    for (int i = 0; i < 3; ++i)
-        helpers.emplace_back([&] {
-            while (!is_over)
-                if (!errands.run_one()) std::this_thread::yield();
-        });
+    const testing_support::ErrandHelpers helpers(errands, 3);
     for (int round = 0; round < 200; ++round) {
         std::vector<std::atomic<int>> times(20);
         std::vector<Errands::Errand> together;
@@ -101,9 +96,6 @@ TEST(Errands, EachRunsOnceHoweverManyHelp) {
         for (const auto& runs : times)
             EXPECT_EQ(runs, 1);
     }
-    is_over = true;
-    for (auto& helper : helpers)
-        helper.join();
 }
 
 }  // namespace
