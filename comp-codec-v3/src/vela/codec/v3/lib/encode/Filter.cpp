@@ -4,7 +4,7 @@
 namespace vela::codec::v3::encode {
 
 template <typename Use>
-auto Filter::with_filter_(const api::ChannelVariant& carrier, Use use) {
+auto Filter::with_filter_(const api::ChannelVariant& carrier, Use use) const {
     Shard& shard = shards_[carrier.channel.id() % shards_.size()];
     const auto lock = thread::lock_awake(shard.mutex);
     if (shard.frame != frame_) {
@@ -15,7 +15,7 @@ auto Filter::with_filter_(const api::ChannelVariant& carrier, Use use) {
     return use(shard.filters[carrier]);
 }
 
-int Filter::check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) {
+int Filter::check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const {
     return with_filter_(carrier, [&](auto& filter) { return filter(nr_bitlines) ? 2 : 0; });
 }
 

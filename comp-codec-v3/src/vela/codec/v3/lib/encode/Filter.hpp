@@ -17,10 +17,10 @@ namespace vela::codec::v3::encode {
 class Filter {
 public:
     /// 2 if the candidate shall be dropped, else 0.
-    [[nodiscard]] int check(const Group& group) {
+    [[nodiscard]] int check(const Group& group) const {
         return check(group.frame.key, group.nr_bitlines);
     }
-    [[nodiscard]] int check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines);
+    [[nodiscard]] int check(const api::ChannelVariant& carrier, std::uint32_t nr_bitlines) const;
 
     /// Takes in a scored candidate; false if it has no score.
     [[nodiscard]] bool update(const Group& group);
@@ -38,9 +38,10 @@ private:
     };
 
     template <typename Use>
-    auto with_filter_(const api::ChannelVariant& carrier, Use use);
+    auto with_filter_(const api::ChannelVariant& carrier, Use use) const;
 
-    std::array<Shard, 32> shards_;  // more than there are channels, so that each has one to itself
+    // More than there are channels, so that each has one to itself.
+    mutable std::array<Shard, 32> shards_;
     std::atomic<std::uint64_t> frame_ = 0;
 };
 

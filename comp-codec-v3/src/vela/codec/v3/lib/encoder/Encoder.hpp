@@ -108,7 +108,7 @@ private:
     GroupPtr start_draft_(Carrier& carrier) const;
     bool set_origs_(encode::Group& group, const api::ChannelVariant& key,
                     const Frames& frames) const;
-    void set_carrier_(encode::Group& group, const api::Channel& carrier);
+    void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
     void work_();
     void try_(const CandidateQueue::Candidate& candidate);

@@ -110,9 +110,9 @@ bool Encoder::set_origs_(encode::Group& group, const api::ChannelVariant& key,
     return true;
 }
 
-void Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) {
+void Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) const {
     group.frame.key = api::ChannelVariant(carrier);
-    if (const auto prev = carriers_[group.frame.key].prev_bitlines) group.prev_bitlines = *prev;
+    if (const auto prev = carriers_.at(group.frame.key).prev_bitlines) group.prev_bitlines = *prev;
     if (metadata_channel(output_layout_) == carrier.id()) set_metadata_(group);
 }
 

@@ -4,10 +4,18 @@
 namespace vela::codec::v3::encode::details {
 
 void Filter::update(std::uint32_t nr_bitlines, float quality) {
-    // Behind its equals: a retry adds a second point of the same count.
-    const auto at = std::ranges::upper_bound(points_, nr_bitlines, {}, &Point::nr_bitlines);
-    points_.insert(at, {nr_bitlines, quality});
+    points_.push_back({nr_bitlines, quality});
+    sort_();
     prune_();
+}
+
+// Only the last one is out of place.  It goes behind its equals: a retry adds a second point of the
+// same count.
+void Filter::sort_() {
+    const auto last = points_.end() - 1;
+    const auto place =
+        std::ranges::upper_bound(points_.begin(), last, last->nr_bitlines, {}, &Point::nr_bitlines);
+    std::rotate(place, last, points_.end());
 }
 
 void Filter::prune_() {

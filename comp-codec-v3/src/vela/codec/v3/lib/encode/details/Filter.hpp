@@ -31,6 +31,7 @@ public:
     [[nodiscard]] const std::deque<Point>& points() const { return points_; }
 
 private:
+    void sort_();
     void prune_();
 
     std::deque<Point> points_;
