@@ -8,12 +8,12 @@ namespace {
 
 template <typename T>
 void print(std::ostream& out, const char* key, const T& value) {
-    out << '{' << key << ": " << value << "}\n";
+    out << '{' << key << ": " << value << '}' << std::endl;
 }
 
 template <typename T>
 void print(std::ostream& out, const char* key, const std::optional<T>& value) {
-    if (value) out << "{*" << key << ": " << *value << "}\n";
+    if (value) out << "{*" << key << ": " << *value << '}' << std::endl;
 }
 
 }  // namespace
@@ -86,14 +86,13 @@ void Settings::stream(std::ostream& out) const {
     print(out, "data_fn", data_fn);
     print(out, "multi_channel_export", multi_channel_export);
 
-    out << "Encoder arguments:\n";
+    out << "Encoder arguments:" << std::endl;
     for (const std::string& argument : arguments)
-        out << "\t{argument: " << argument << "}\n";
-    out << "Input channels:\n";
+        out << "\t{argument: " << argument << '}' << std::endl;
+    out << "Input channels:" << std::endl;
     for (const Channel& input : channels)
         out << "\t{channel: " << input.channel.channel << "}{variant: " << input.channel.variant
-            << "}{filename: " << input.filename << "}\n";
-    out << std::flush;
+            << "}{filename: " << input.filename << '}' << std::endl;
 }
 
 }  // namespace app

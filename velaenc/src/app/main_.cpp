@@ -37,10 +37,10 @@ void print_help(const vela::cli::Arguments& arguments) {
 }
 
 void print_version() {
-    std::cout << "Version info:\n"
-              << "\tName: " << info::name() << '\n'
-              << "\tVersion: " << info::version() << '\n'
-              << "\tGit hash: " << info::git_hash() << '\n'
+    std::cout << "Version info:" << std::endl
+              << "\tName: " << info::name() << std::endl
+              << "\tVersion: " << info::version() << std::endl
+              << "\tGit hash: " << info::git_hash() << std::endl
               << "\tBuild date: " << info::build_date() << std::endl;
 }
 

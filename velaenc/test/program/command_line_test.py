@@ -264,7 +264,11 @@ class Encoding(Program):
 
     def test_without_an_output_it_encodes_all_the_same(self):
         self.write()
-        self.assertEqual(self.encode().status, 0)
+        result = self.encode()
+        self.assertEqual(result.status, 0)
+        self.assertIn("Quality metrics: {channel: Center} ", result.out)
+        self.assertIn("Quality metrics for all channels: ", result.out)
+        self.assertTrue(result.out.endswith("\nEverything went OK\n"), result.out)
         self.assertEqual(sorted(os.listdir(self.folder)), ["C.wav", "encode_time.txt"])
 
     def test_the_prefix_is_joined_as_it_stands(self):
@@ -331,8 +335,9 @@ class Encoding(Program):
         for words in table:
             with self.subTest(words=words):
                 result = self.encode(*words)
-                self.assertEqual(result.status, 255)
-                self.assertNotIn("ERROR", result.out)
+                self.assertEqual((result.status, result.err), (255, ""))
+                last_setting = r"\n\t\{channel: Center\}\{variant: 0\}\{filename: [a-zA-Z.]+\}\n"
+                self.assertRegex(result.out, last_setting + FAILED + "$")
         result = self.run_it("-p", "Vela-Codec", "-l", "stereo", "-f", "256", "-i", "L:C.wav",
                              "-i", "R:other-rate.wav")
         self.assertTrue(result.out.endswith("C.wav}\n\t{channel: Right}{variant: 0}{filename: "

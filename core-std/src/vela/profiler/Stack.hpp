@@ -46,7 +46,7 @@ public:
     }
 
     /// Writes the report, marks in the order of their addresses; with warnings above it if it comes
-    /// too early to be right.
+    /// too early to be right.  Each line goes out when it ends.
     void stream(std::ostream& out) const;
 
 private:
@@ -74,15 +74,17 @@ template <typename Key>
 void Stack<Key>::stream(std::ostream& out) const {
     if (!stack_.empty())
         out << "WARNING: You are querying the profiling information during profiling. This will "
-               "affect the results.\n";
+               "affect the results."
+            << std::endl;
     if (!stopped_)
         out << "WARNING: You did not stop the profiler: you will not correctly see the "
-               "not-accounted-for times. This will affect the results.\n";
+               "not-accounted-for times. This will affect the results."
+            << std::endl;
 
     Nanoseconds total = 0;
     for (const auto& [key, duration] : durations_)
         total += duration;
-    out << "Total duration: " << seconds_(total) << " seconds\n";
+    out << "Total duration: " << seconds_(total) << " seconds" << std::endl;
 
     for (const auto& [key, duration] : durations_) {
         if (key == nullptr) continue;
@@ -93,7 +95,7 @@ void Stack<Key>::stream(std::ostream& out) const {
     out << "*** Not accounted for: ";
     const auto nobody = durations_.find(nullptr);
     if (nobody == durations_.end())
-        out << "{seconds: 0}{fraction: 0}\n";
+        out << "{seconds: 0}{fraction: 0}" << std::endl;
     else
         stream_split_(out, nobody->second, total);
 }
@@ -108,7 +110,8 @@ double Stack<Key>::seconds_(Nanoseconds duration) {
 template <typename Key>
 void Stack<Key>::stream_split_(std::ostream& out, Nanoseconds part, Nanoseconds total) {
     out << "{seconds: " << seconds_(part)
-        << "}{fraction: " << static_cast<double>(part) / static_cast<double>(total) << "}\n";
+        << "}{fraction: " << static_cast<double>(part) / static_cast<double>(total) << '}'
+        << std::endl;
 }
 
 }  // namespace vela::profiler

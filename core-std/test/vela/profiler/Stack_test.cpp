@@ -190,6 +190,30 @@ TEST(Stack, AfterStopNothingIsBooked) {
     EXPECT_EQ(text_of(profile), text);
 }
 
+// A reader of a pipe sees the report before the program ends, and no half lines.
+TEST(Stack, EachLineGoesOutWhenItEnds) {
+    struct Buffer : std::stringbuf {
+        int sync() override {
+            sent.push_back(str());
+            str("");
+            return 0;
+        }
+        std::vector<std::string> sent;
+    } buffer;
+    std::ostream out(&buffer);
+    Profile profile;
+    ASSERT_TRUE(profile.push(&names[0]));
+    ASSERT_TRUE(profile.pop());
+    ASSERT_TRUE(profile.push(&names[0]));
+    profile.stream(out);
+    std::string all;
+    for (const std::string& line : buffer.sent) {
+        EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
+        all += line;
+    }
+    EXPECT_EQ(all, text_of(profile));
+}
+
 TEST(Stack, SecondsAreWholeMicroseconds) {
     Profile profile;
     for (int i = 0; i < 50; ++i) {
