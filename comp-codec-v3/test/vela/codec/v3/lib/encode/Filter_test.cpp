@@ -22,6 +22,14 @@ TEST(Filter, LowerScoresAreBetterAndCarriersApart) {
     EXPECT_EQ(filter.check(scored(4, 0)), 2);
     EXPECT_EQ(filter.check(scored(5, 0)), 0);
 
+    ASSERT_TRUE(filter.update(scored(7, -2999)));
+    EXPECT_EQ(filter.check(scored(6, 0)), 2) << "the perfect one is still the better";
+    Filter reversed;
+    ASSERT_TRUE(reversed.update(scored(9, -2999)));
+    ASSERT_TRUE(reversed.update(scored(5, -3000)));
+    EXPECT_EQ(reversed.check(scored(10, 0)), 2);
+    EXPECT_EQ(reversed.check(scored(4, 0)), 0);
+
     Group other = scored(4, 0);
     other.frame.key = api::ChannelVariant(api::channel::Right);
     EXPECT_EQ(filter.check(other), 0);

@@ -132,6 +132,16 @@ TEST(Muxer, RefusesWhatARecordCannotSay) {
     EXPECT_FALSE(Muxer()(odd)) << "250 samples are no size of a block";
 }
 
+// A record could be written; its header has no width for what is left of the samples.
+TEST(Muxer, RefusesMixesOfLessThanTenBits) {
+    for (const auto& [nr_bitlines, ok] : {std::pair(14u, true), {15u, false}, {16u, false}}) {
+        Group group = group_of(nr_bitlines, {music(256, 1)});
+        Chain chain;
+        ASSERT_EQ(chain(group), Chain::Code::ok);
+        EXPECT_EQ(Muxer()(group), ok) << nr_bitlines;
+    }
+}
+
 TEST(Muxer, KnowsEveryLayoutThatHasACarrier) {
     for (const auto& recipe : carrier_recipes()) {
         Group group = winner();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vela/codec/v3/lib/encode/Rescaler.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
 
@@ -28,6 +29,17 @@ TEST(Rescaler, FullScaleIsNotSaturatedAndMoreIs) {
     const Group group = rescaled(3, {0x7FFFFF, 0x800000, -0x800000, -0x800001});
     EXPECT_EQ(samples_of(group.rescaled[0]),
               (std::vector<int>{0x7FFFFF >> 3, INT32_MAX >> 11, -0x800000 >> 3, INT32_MIN >> 11}));
+}
+
+// Noise of -0x700 to -0x7FF takes a step from a full scale of 0x7FFFFF00, and none from 0x7FFFFFFF:
+// of 4096 samples 32 on the average.
+TEST(Rescaler, FullScaleIsDitheredFromAStepBelowTheHighestNumber) {
+    Group group = group_of(3, {std::vector<int>(4096, 0x7FFFFF)});
+    group.active = group.origs;
+    group.dither = true;
+    Rescaler rescaler;
+    ASSERT_TRUE(rescaler(group));
+    EXPECT_GT(std::ranges::count(group.rescaled[0].samples(), (0x7FFFFF >> 3) - 1), 5);
 }
 
 /// The product of `x` and 2^39 in 64 bits, cut at both ends, over 2^31.

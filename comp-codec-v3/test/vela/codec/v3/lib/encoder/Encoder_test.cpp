@@ -132,6 +132,20 @@ TEST(Encoder, WithoutAttenuationSamplesGoInAsTheyAre) {
         EXPECT_EQ(out.find(center)->samples()[t] >> 3, in.find(center)->samples()[t] >> 3);
 }
 
+// Whoever writes to samples that the encoder shares gets others, as long as it has them.
+TEST(Encoder, SharesTheSamplesOfWhatIsNotAttenuated) {
+    for (const float gain : {1.0f, 2.0f}) {
+        const auto encoder = make(mono, mono, 3, 3);
+        auto in = frames_of(mono);
+        const ChannelVariant center(api::channel::Center);
+        ASSERT_TRUE(encoder->set_attn(center, gain));
+        Frames out;
+        ASSERT_TRUE(encoder->encode_one(out, in));
+        const int* const samples = in.find(center)->samples().data();
+        EXPECT_EQ(in.goc(center).write().data() != samples, gain == 1.0f);
+    }
+}
+
 TEST(Encoder, TheAttenuationLeavesTheInputAlone) {
     const auto encoder = make(mono, mono, 3, 3);
     const auto in = frames_of(mono);

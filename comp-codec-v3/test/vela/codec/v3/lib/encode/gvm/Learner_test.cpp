@@ -35,10 +35,16 @@ TEST(Learner, CentersAreAsWideAsTheLargestAndASign) {
 }
 
 TEST(Learner, NothingToLearnIsAFailure) {
-    Learner<2> learner("fast", {}, false, false, true);
-    EXPECT_TRUE(learner.valid());
-    EXPECT_FALSE(learner.learn(3, true));
-    EXPECT_EQ(learner.cost(), 0.0);
+    for (const char* implementation : {"fast", "ref"})
+        for (const unsigned nr_channels : {2u, 3u})
+            for (const bool allow_merge : {true, false}) {
+                SCOPED_TRACE(testing::Message() << implementation << nr_channels << allow_merge);
+                const auto learner = create(implementation, nr_channels, {}, false, false, true);
+                ASSERT_NE(learner, nullptr);
+                EXPECT_TRUE(learner->valid());
+                EXPECT_FALSE(learner->learn(3, allow_merge));
+                EXPECT_EQ(learner->cost(), 0.0);
+            }
 }
 
 TEST(Learner, AnUnknownImplementationIsNotValid) {
