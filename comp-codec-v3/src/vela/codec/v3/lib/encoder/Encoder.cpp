@@ -107,7 +107,7 @@ void Encoder::set_sample_rate_(unsigned rate) {
                                  Parameter::SpeechLoudness, Parameter::MaximumTruePeak})
         add(parameter, slow_period);
 
-    const auto period = static_cast<std::uint32_t>(slow_period * rate);  // of high rates 32 bits
+    const auto period = static_cast<std::uint32_t>(slow_period * rate);  // up to all 32 bits
     meta_.set_period(period);
     preset_.set_period(period);
     room_type_.set_period(period);

@@ -31,7 +31,7 @@ TEST(Rescaler, FullScaleIsNotSaturatedAndMoreIs) {
               (std::vector<int>{0x7FFFFF >> 3, INT32_MAX >> 11, -0x800000 >> 3, INT32_MIN >> 11}));
 }
 
-// Noise of -0x700 to -0x7FF takes a step from a full scale of 0x7FFFFF00, and none from 0x7FFFFFFF:
+// Noise of -0x701 to -0x7FF takes a step from a full scale of 0x7FFFFF00, and none from 0x7FFFFFFF:
 // of 4096 samples 32 on the average.
 TEST(Rescaler, FullScaleIsDitheredFromAStepBelowTheHighestNumber) {
     Group group = group_of(3, {std::vector<int>(4096, 0x7FFFFF)});
