@@ -56,7 +56,8 @@ class Program(unittest.TestCase):
 
     def run_it(self, *arguments):
         # A checker must let the process die of what it dies of.
-        environment = {**os.environ, "ASAN_OPTIONS": "handle_sigfpe=0"}
+        leave = "handle_sigfpe=0"
+        environment = {**os.environ, "ASAN_OPTIONS": leave, "TSAN_OPTIONS": leave}
         return Result(subprocess.run([VELAENC, *arguments], cwd=self.folder, capture_output=True,
                                      text=True, stdin=subprocess.DEVNULL, env=environment))
 
