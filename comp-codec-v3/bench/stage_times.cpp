@@ -38,7 +38,6 @@ public:
         CandidateQueue queue;
         for (const auto& group : recipe_.groups)
             if (!push_(queue, frames, span, group)) return false;
-        chain_.start_frame();
         best_.clear();
         while (const auto candidate = queue.pop())
             if (!chain_.drops(candidate->draft(), candidate->nr_bitlines()) && !try_(*candidate))
@@ -69,8 +68,8 @@ private:
             draft->origs.push_back(*frame);
             draft->orig_attn[frame->key] = 0;
         }
-        for (std::uint32_t b = 3; b <= 12; ++b)
-            queue.push(draft, b);
+        chain_.start_frame(draft->frame.key);
+        queue.push(draft, 3, 12);
         return true;
     }
 

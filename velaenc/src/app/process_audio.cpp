@@ -102,7 +102,6 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
         progress.show(frame_index);
         if (source.get(input, next_span)) {
             source.pop_front();
-            if (auto* const errands = profile.errands()) source.read_ahead(*errands);
             if (!lowpass(filters, current, upcoming, input, profiler)) return false;
         } else {
             if (!filters.flush(current)) return false;
@@ -115,7 +114,7 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
         std::swap(current, upcoming);
         span = next_span;
     }
-    return true;
+    return profile.flush();
 }
 
 }  // namespace

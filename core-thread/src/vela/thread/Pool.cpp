@@ -32,13 +32,26 @@ bool Pool::start_(std::function<bool()> task, std::uint64_t nr_wanted) {
 
     task_ = std::move(task);
     on_all_done_ = [] {};
-    ++round_;
     nr_wanted_ = nr_wanted;
+    for (Worker& worker : threads_)
+        worker.is_finished = false;
     state_ = State::starting;
+    call_(std::move(lock));
+    return true;
+}
+
+bool Pool::again() {
+    Lock lock = lock_awake(mutex_);
+    if (state_ == State::idle) return false;
+    call_(std::move(lock));
+    return true;
+}
+
+void Pool::call_(Lock lock) {
+    ++nr_calls_;
     lock.unlock();
     for (Worker& worker : threads_)
-        if (worker.number < nr_wanted) worker.start_cv.notify_one();
-    return true;
+        if (worker.number < nr_wanted_) worker.start_cv.notify_one();
 }
 
 bool Pool::stop() {
@@ -47,9 +60,6 @@ bool Pool::stop() {
 
     wait_awake(lock, control_cv_, [this] { return state_ == State::running; });
     state_ = State::stopping;
-    lock.unlock();
-    run_errands_until_([this] { return nr_running_ == 0; });
-    lock = lock_awake(mutex_);
     wait_awake(lock, control_cv_, [this] { return nr_running_ == 0; });
     nr_finished_ = 0;
     state_ = State::idle;
@@ -60,28 +70,15 @@ bool Pool::stop() {
 
 void Pool::operator()(Worker& worker) {
     while (wait_for_round_(worker)) {
-        run_task_();
-        if (worker.number == 0) run_errands_(worker);
+        run_task_(worker);
+        if (worker.number == 0)
+            static_cast<void>(wait_awake(patience, [&] { return is_wanted_(worker); }));
     }
 }
 
 bool Pool::is_wanted_(const Worker& worker) const {
-    const bool is_in_round = worker.number < nr_wanted_ && worker.last_round != round_;
-    return quit_ || (state_ == State::starting && is_in_round);
-}
-
-// Until it is wanted again, for a while at most; for longer only as long as there is work.
-void Pool::run_errands_(const Worker& worker) {
-    static_cast<void>(wait_awake(
-        patience, [&] { return run_errands_until_([&] { return is_wanted_(worker); }); }));
-}
-
-// False if there is nothing left to do until then.
-template <typename Condition>
-bool Pool::run_errands_until_(Condition condition) {
-    while (!condition())
-        if (!errands_.run_one()) return false;
-    return true;
+    const bool is_round = state_ == State::starting || state_ == State::running;
+    return quit_ || (is_round && worker.number < nr_wanted_ && worker.last_call != nr_calls_);
 }
 
 // False if there will be no more rounds.
@@ -89,16 +86,17 @@ bool Pool::wait_for_round_(Worker& worker) {
     Lock lock = lock_awake(mutex_);
     worker.start_cv.wait(lock, [&] { return is_wanted_(worker); });
     if (quit_) return false;
-    worker.last_round = round_;
+    worker.last_call = nr_calls_;
+    if (std::exchange(worker.is_finished, false)) --nr_finished_;
     ++nr_running_;
-    if (nr_running_ + nr_finished_ != nr_wanted_) return true;
+    if (state_ == State::running || nr_running_ + nr_finished_ != nr_wanted_) return true;
     state_ = State::running;
     lock.unlock();
     control_cv_.notify_one();
     return true;
 }
 
-void Pool::run_task_() {
+void Pool::run_task_(Worker& worker) {
     bool again = false;
     do
         again = task_();
@@ -111,7 +109,10 @@ void Pool::run_task_() {
         on_all_done_();
         lock.lock();
     }
-    if (!again) ++nr_finished_;
+    if (!again) {
+        ++nr_finished_;
+        worker.is_finished = true;
+    }
     const bool is_last = --nr_running_ == 0;
     lock.unlock();
     if (is_last) control_cv_.notify_one();

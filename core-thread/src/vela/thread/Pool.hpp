@@ -7,7 +7,6 @@
 #include <list>
 #include <mutex>
 #include <thread>
-#include <vela/thread/Errands.hpp>
 
 namespace vela::thread {
 
@@ -19,12 +18,13 @@ namespace vela::thread {
 ///     round     idle -> starting -> running -> stopping -> idle
 ///     thread    waiting -> running (-> finished, on false) -> waiting
 ///
-/// A thread that got false sits out the rest of the round; the others go on until they see it too.
+/// A thread that got false sits out the rest of the round, or until there is more to do (`again`);
+/// the others go on until they see it too.
 ///
 /// To wake a thread on a processor that sleeps costs as much as a small candidate does.  So a round
 /// wakes no more threads than it is started for, the same ones each time, whose memory is near, and
 /// each of them once: a thread that is finished sleeps on into the next round.  The first of them
-/// stays awake for a while, since that round is mostly near, and does errands until it begins.
+/// stays awake for a while, since more to do is mostly near.
 ///
 /// Threads:  one thread controls the pool; the task runs on all its threads at once, unlocked.
 class Pool {
@@ -37,9 +37,6 @@ public:
     ~Pool();
 
     [[nodiscard]] std::uint64_t nr_threads() const { return nr_threads_; }
-
-    /// What is to be done between two rounds, or while a round ends, if somebody gets there.
-    [[nodiscard]] Errands& errands() { return errands_; }
 
     /// Runs a copy of `task`, a callable that returns bool, on every thread.  False, with nothing
     /// done, without threads or before the last round is stopped.
@@ -54,8 +51,12 @@ public:
         return start_(std::function<bool()>(task), nr_wanted);
     }
 
+    /// More to do for the round: threads that are finished take up its task again, and those that
+    /// run it once more after that.  False, with nothing done, if there is no round.
+    bool again();
+
     /// Waits until all threads have taken up the task and are through with their current call, and
-    /// ends the round; does errands meanwhile.  False, at once, if there is no round.
+    /// ends the round.  False, at once, if there is no round.
     bool stop();
 
 private:
@@ -64,29 +65,27 @@ private:
 
     struct Worker {
         std::uint64_t number = 0;
-        std::uint64_t last_round = 0;      ///< that it took part in
+        std::uint64_t last_call = 0;       ///< that it has followed
+        bool is_finished = false;          ///< with the task, in this round
         std::condition_variable start_cv;  ///< it waits here
         std::thread thread;
     };
 
     bool start_(std::function<bool()> task, std::uint64_t nr_wanted);
+    void call_(Lock lock);
 
     /// The body of each thread.
     void operator()(Worker& worker);
     bool wait_for_round_(Worker& worker);
     [[nodiscard]] bool is_wanted_(const Worker& worker) const;
-    void run_errands_(const Worker& worker);
-    template <typename Condition>
-    bool run_errands_until_(Condition condition);
-    void run_task_();
+    void run_task_(Worker& worker);
 
     const std::uint64_t nr_threads_;
-    Errands errands_;
     std::atomic<State> state_ = State::idle;
     std::function<bool()> task_;
     std::function<void()> on_all_done_;
     std::list<Worker> threads_;
-    std::atomic<std::uint64_t> round_ = 0;  // counts them
+    std::atomic<std::uint64_t> nr_calls_ = 0;  // of `start` and `again`
     std::atomic<std::uint64_t> nr_wanted_ = 0;
     std::atomic<std::uint64_t> nr_running_ = 0;
     std::uint64_t nr_finished_ = 0;

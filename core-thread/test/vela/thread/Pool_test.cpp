@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -202,86 +201,76 @@ TEST(Pool, StopComesBetweenTwoCallsOfATaskThatNeverEnds) {
     }
 }
 
-// A round is near when the last one has ended, so that somebody is awake for what has come up.
-TEST(PoolErrands, AreDoneAfterARoundWithoutBeingAskedFor) {
-    for (const auto count : counts) {
-        Pool pool(count);
-        std::atomic<bool> is_done = false;
-        ASSERT_TRUE(pool.start([&] {
-            pool.errands().post([&] { is_done = true; });
-            return false;
-        }));
-        ASSERT_TRUE(pool.stop());
-        while (!is_done)
-            std::this_thread::yield();
-        pool.errands().finish();
-    }
-}
-
-// It would only wait otherwise, and the errands would have to be done between the rounds.
-TEST(PoolErrands, AreDoneByWhoWaitsForARoundToEnd) {
-    for (const auto count : counts) {
-        Pool pool(count);
-        std::atomic<std::thread::id> done_by;
-        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        ASSERT_TRUE(pool.start([&] {
-            while (done_by.load() == std::thread::id() && std::chrono::steady_clock::now() < until)
-                std::this_thread::yield();
-            return false;
-        }));
-        pool.errands().post([&] { done_by = std::this_thread::get_id(); });
-        ASSERT_TRUE(pool.stop());
-        const auto done_by_then = done_by.load();
-        pool.errands().finish();
-        ASSERT_EQ(done_by_then, std::this_thread::get_id());
-    }
-}
-
-// The others would burn the processor time of whoever else is there.
-TEST(PoolErrands, KeepNoMoreThanOneThreadAwake) {
-    Pool pool(4);
-    std::mutex mutex;
-    std::set<std::thread::id> seen{std::this_thread::get_id()};
-    const auto see = [&] {
-        const std::lock_guard lock(mutex);
-        seen.insert(std::this_thread::get_id());
-    };
-    for (int round = 0; round < 200; ++round) {
-        ASSERT_TRUE(pool.start([&] {
-            pool.errands().post(see);
-            return false;
-        }));
-        ASSERT_TRUE(pool.stop());
-    }
-    pool.errands().finish();
-    EXPECT_LE(seen.size(), 2u);
-}
-
-// There are more of them than threads, so that whoever is at them always finds another.
-TEST(PoolErrands, KeepARoundNeitherFromBeginningNorFromEnding) {
+TEST(Pool, AgainWithoutARoundDoesNothing) {
     Pool pool(2);
-    std::atomic<bool> is_over = false;
-    Errands::Errand endless = [&] {
-        if (!is_over) pool.errands().post(endless);
-    };
-    for (int i = 0; i < 4; ++i)
-        endless();
-    for (int round = 0; round < 100; ++round) {
-        ASSERT_TRUE(pool.start([] { return false; }));
-        ASSERT_TRUE(pool.stop());
-    }
-    is_over = true;
-    pool.errands().finish();
+    EXPECT_FALSE(pool.again());
+    ASSERT_TRUE(pool.start([] { return false; }));
+    EXPECT_TRUE(pool.again());
+    EXPECT_TRUE(pool.stop());
+    EXPECT_FALSE(pool.again());
+    EXPECT_FALSE(Pool(0).again());
 }
 
-TEST(PoolErrands, ThatNobodyFinishesGoWithThePool) {
-    const auto captured = std::make_shared<int>(0);
-    for (const auto count : {0, 1, 3}) {
-        Pool pool(static_cast<unsigned long>(count));
-        for (int i = 0; i < 1000; ++i)
-            pool.errands().post([captured] { ++*captured; });
+TEST(Pool, AgainHasEachThreadOfTheRoundTakeUpTheTaskOnceMore) {
+    for (const auto count : counts)
+        for (unsigned long wanted = 1; wanted <= count; ++wanted) {
+            Pool pool(count);
+            std::atomic<unsigned long> nr_calls = 0;
+            ASSERT_TRUE(pool.start(
+                [&] {
+                    ++nr_calls;
+                    return false;
+                },
+                wanted));
+            for (unsigned long round = 1; round <= 50; ++round) {
+                while (nr_calls < round * wanted)
+                    std::this_thread::yield();
+                ASSERT_EQ(nr_calls, round * wanted);
+                ASSERT_TRUE(pool.again());
+            }
+            ASSERT_TRUE(pool.stop());
+            ASSERT_LE(nr_calls, 51 * wanted);
+        }
+}
+
+// It comes up whenever it will: while threads sleep, wait awake, work, or are about to leave.
+TEST(Pool, AgainSeesToWhatHasComeUpSince) {
+    for (const auto count : counts) {
+        Pool pool(count);
+        std::atomic<int> left = 0;
+        std::atomic<int> nr_done = 0;
+        ASSERT_TRUE(pool.start([&] {
+            for (int seen = left; seen > 0;)
+                if (left.compare_exchange_weak(seen, seen - 1)) ++nr_done;
+            return false;
+        }));
+        for (int i = 1; i <= 3000; ++i) {
+            ++left;
+            ASSERT_TRUE(pool.again());
+            const bool is_awaited = i % 3 != 0;  // or else the next one comes at once
+            while (is_awaited && nr_done < i)
+                std::this_thread::yield();
+        }
+        while (nr_done < 3000)
+            std::this_thread::yield();
+        ASSERT_TRUE(pool.stop());
     }
-    EXPECT_EQ(captured.use_count(), 1);
+}
+
+TEST(Pool, StopWaitsForNobodyWhomAgainHasNotReached) {
+    Pool pool(3);
+    for (int round = 0; round < 500; ++round) {
+        std::atomic<int> inside = 0;
+        ASSERT_TRUE(pool.start([&] {
+            ++inside;
+            --inside;
+            return false;
+        }));
+        for (int i = 0; i < round % 4; ++i)
+            ASSERT_TRUE(pool.again());
+        ASSERT_TRUE(pool.stop());
+        ASSERT_EQ(inside, 0);
+    }
 }
 
 }  // namespace

@@ -5,13 +5,13 @@
 #include <vela/Any.hpp>
 #include <vela/api/SampleSpan.hpp>
 #include <vela/audio/Frame.hpp>
-#include <vela/thread/Errands.hpp>
 
 namespace app::profile {
 
 /// What stands between the run and one particular encoder.
 ///
-/// Options first, then `process_one` for each block in turn, then `done`; all from one thread.
+/// Options first, then `process_one` for each block in turn, `flush` and `done`; all from one
+/// thread.
 class Interface {
 public:
     virtual ~Interface() = default;
@@ -25,18 +25,18 @@ public:
     /// Samples per block and channel.
     [[nodiscard]] virtual std::uint64_t frame_size() const = 0;
 
-    /// Encodes one block; `span` is its place in the input.  A false ends the run.
+    /// Encodes one block; `span` is its place in the input.  Some blocks may still be under way
+    /// when it returns.  A false, of this block or of one before it, ends the run.
     [[nodiscard]] virtual bool process_one(vela::audio::Frames& frames,
                                            const vela::api::SampleSpan& span) = 0;
+
+    /// Ends all blocks that are under way; false if one of them fails.
+    [[nodiscard]] virtual bool flush() = 0;
 
     /// Prints the quality figures; false if nothing was encoded.
     [[nodiscard]] virtual bool done() = 0;
 
     [[nodiscard]] virtual std::string error_msg() const = 0;
-
-    /// Work that threads of the encoder do between blocks, and the calling one while it waits for
-    /// them; null while there is no such thread.
-    [[nodiscard]] virtual vela::thread::Errands* errands() = 0;
 };
 
 }  // namespace app::profile

@@ -216,37 +216,27 @@ bool VelaCodec::prepare_output_() {
     }
     if (!output_enabled_) return true;
     output_.layout = encoder_->output_layout();
-    output_.errands = encoder_->errands();
-    if (output_.errands)
-        append_behind_.emplace(*output_.errands,
-                               [this] { is_appended_ = output_.append(behind_); });
     return output_.prepare();
-}
-
-// An encoder with threads lets whoever has time do it while the next block is under way; a failure
-// is told with that one.
-bool VelaCodec::append_() {
-    if (!append_behind_) return output_.append(encoded_);
-    if (!finish_append_()) return false;
-    std::swap(behind_, encoded_);
-    append_behind_->post();
-    return true;
-}
-
-bool VelaCodec::finish_append_() {
-    if (append_behind_) append_behind_->finish();
-    return is_appended_;
 }
 
 bool VelaCodec::process_one(vela::audio::Frames& frames, const vela::api::SampleSpan& span) {
     if (!encoder_ && (!create_encoder_() || !prepare_output_())) return false;
-    if (!feed_metadata_(span)) return false;
-    if (!encoder_->encode_one(encoded_, frames)) return false;
-    return !output_enabled_ || append_();
+    const bool is_begun = feed_metadata_(span) && encoder_->begin_one(frames);
+    if (is_begun) ++nr_under_way_;
+    // The blocks before one that fails are written all the same.
+    return end_all_but_(is_begun ? encoder_->max_under_way() - 1 : 0) && is_begun;
+}
+
+bool VelaCodec::end_all_but_(unsigned nr_left) {
+    for (; nr_under_way_ > nr_left; --nr_under_way_) {
+        if (!encoder_->end_one(encoded_)) return false;
+        if (output_enabled_ && !output_.append(encoded_)) return false;
+    }
+    return true;
 }
 
 bool VelaCodec::done() {
-    if (!encoder_ || !finish_append_()) return false;
+    if (!encoder_ || !flush()) return false;
     vela::audio::Quality all;
     for (const auto& channel : vela::api::channel::all()) {
         const vela::api::ChannelVariant key(channel);

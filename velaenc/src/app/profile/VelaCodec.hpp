@@ -12,7 +12,6 @@
 #include <vela/codec/v3/lib/encoder/IEncoder.hpp>
 #include <vela/downmix/tdl/Parser.hpp>
 #include <vela/file/Name.hpp>
-#include <vela/thread/Chore.hpp>
 
 namespace app::profile {
 
@@ -28,11 +27,9 @@ public:
     [[nodiscard]] std::uint64_t frame_size() const override { return frame_size_.value_or(1024); }
     [[nodiscard]] bool process_one(vela::audio::Frames& frames,
                                    const vela::api::SampleSpan& span) override;
+    [[nodiscard]] bool flush() override { return end_all_but_(0); }
     [[nodiscard]] bool done() override;
     [[nodiscard]] std::string error_msg() const override { return error_; }
-    [[nodiscard]] vela::thread::Errands* errands() override {
-        return encoder_ ? encoder_->errands() : nullptr;
-    }
 
 private:
     /// A linear gain for a channel.
@@ -50,8 +47,7 @@ private:
     bool create_encoder_();
     bool set_encoder_options_();
     bool prepare_output_();
-    bool append_();
-    bool finish_append_();
+    bool end_all_but_(unsigned nr_left);
 
     // What holds for a block goes to the encoder before the block does.
     bool feed_metadata_(const vela::api::SampleSpan& span);
@@ -88,12 +84,10 @@ private:
 
     std::shared_ptr<vela::codec::v3::encoder::IEncoder> encoder_;
     vela::audio::Frames encoded_;
+    unsigned nr_under_way_ = 0;  ///< blocks that the encoder has begun
     bool output_enabled_ = false;
-    WavOutput output_;  ///< goes before the encoder, whose errands may still be writing it
-    vela::audio::Frames behind_;  ///< what is appended while the next block is under way
-    bool is_appended_ = true;     ///< the answer to that
-    std::optional<vela::thread::Chore> append_behind_;  ///< goes before the output
-    vela::file::Name data_filename_;                    ///< stored, without effect
+    WavOutput output_;
+    vela::file::Name data_filename_;  ///< stored, without effect
     std::shared_ptr<DataStream> data_stream_;
     std::string error_;
 };

@@ -3,12 +3,7 @@
 
 namespace vela::codec::v3::encode {
 
-void Chain::start_frame() {
-    if (filter_) {
-        filter_->clear();
-        return;
-    }
-    filter_ = std::make_shared<Filter>();
+Chain::Chain() {
     cluster_deltas.filter = filter_;
     compute_quality.filter = filter_;
 }
@@ -25,7 +20,7 @@ bool Chain::is_pointless_(const Group& group, std::uint32_t nr_bitlines) const {
         nr_bitlines >= fewest_bitlines && nr_bitlines <= most_bitlines && group.scaler_ix == 0 &&
         size >= shortest && size <= longest && !group.origs.empty() && group.origs.size() <= 3 &&
         std::ranges::all_of(group.origs, [=](const Frame& f) { return f.size() == size; });
-    return nothing_can_fail && filter_ && filter_->check(group.frame.key, nr_bitlines) != 0;
+    return nothing_can_fail && filter_->check(group.frame.key, nr_bitlines) != 0;
 }
 
 Chain::Code Chain::operator()(Group& group) {

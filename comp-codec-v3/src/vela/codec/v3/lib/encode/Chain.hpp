@@ -22,6 +22,8 @@ class Chain {
 public:
     using Code = ClusterDeltas::Code;
 
+    Chain();
+
     /// Runs one candidate.  `filtered` means that it cannot win and was dropped.
     [[nodiscard]] Code operator()(Group& group);
 
@@ -31,8 +33,8 @@ public:
         return drop_early && is_pointless_(group, nr_bitlines);
     }
 
-    /// Forgets the scores of the frame before; the first call makes the filter.
-    void start_frame();
+    /// Begins a frame of the carrier: the scores of the one before are forgotten.
+    void start_frame(const api::ChannelVariant& carrier) { filter_->clear(carrier); }
 
     /// Whether candidates that the filter will drop skip the stages ahead of it.  Only a log that
     /// tells how far each came has a use for these.
@@ -49,7 +51,7 @@ private:
     [[nodiscard]] bool is_pointless_(const Group& group, std::uint32_t nr_bitlines) const;
     Code attempt_(Group& group);
 
-    std::shared_ptr<Filter> filter_;
+    std::shared_ptr<Filter> filter_ = std::make_shared<Filter>();
 };
 
 }  // namespace vela::codec::v3::encode

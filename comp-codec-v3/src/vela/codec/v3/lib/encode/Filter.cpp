@@ -7,11 +7,6 @@ template <typename Use>
 auto Filter::with_filter_(const api::ChannelVariant& carrier, Use use) const {
     Shard& shard = shards_[carrier.channel.id() % shards_.size()];
     const auto lock = thread::lock_awake(shard.mutex);
-    if (shard.frame != frame_) {
-        for (auto& [variant, filter] : shard.filters)
-            filter.clear();
-        shard.frame = frame_;
-    }
     return use(shard.filters[carrier]);
 }
 
@@ -25,6 +20,10 @@ bool Filter::update(const Group& group) {
         filter.update(group.nr_bitlines, static_cast<float>(-group.score));
     });
     return true;
+}
+
+void Filter::clear(const api::ChannelVariant& carrier) {
+    with_filter_(carrier, [](auto& filter) { filter.clear(); });
 }
 
 }  // namespace vela::codec::v3::encode

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstdint>
 #include <map>
 #include <mutex>
@@ -25,15 +24,13 @@ public:
     /// Takes in a scored candidate; false if it has no score.
     [[nodiscard]] bool update(const Group& group);
 
-    /// Begins a frame, whose candidates are judged by its own scores alone.
-    void clear() { ++frame_; }
+    /// Begins a frame of a carrier, whose candidates are judged by its own scores alone.
+    void clear(const api::ChannelVariant& carrier);
 
 private:
-    /// The scores of some carriers.  Those of a frame that is over are forgotten by whoever comes
-    /// next.
+    /// The scores of some carriers.
     struct alignas(cache_line) Shard {
         std::map<api::ChannelVariant, details::Filter> filters;
-        std::uint64_t frame = 0;
         std::mutex mutex;
     };
 
@@ -42,7 +39,6 @@ private:
 
     // More than there are channels, so that each has one to itself.
     mutable std::array<Shard, 32> shards_;
-    std::atomic<std::uint64_t> frame_ = 0;
 };
 
 }  // namespace vela::codec::v3::encode

@@ -105,8 +105,9 @@ private:
     bool first_ = true;
 };
 
-void add_head(Line& line, const Group& group, std::uint64_t frame) {
-    line.add("frame", frame)
+// All frames of a run are of the same length.
+void add_head(Line& line, const Group& group) {
+    line.add("frame", group.span.start / group.span.size())
         .add("carrier", group.frame.key.channel.short_name())
         .add("b", group.nr_bitlines)
         .add("prev_b", group.prev_bitlines)
@@ -138,7 +139,7 @@ void CandidateLog::add(const Group& group, encode::Chain::Code code) {
     if (!out_.is_open()) return;
     const std::lock_guard lock(mutex_);
     Line line(out_);
-    add_head(line, group, frame_);
+    add_head(line, group);
     line.add("start", group.trace.start);
     add_common(line, group);
     line.add("learns", group.trace.learns)
@@ -156,7 +157,7 @@ void CandidateLog::add_winner(const Group& group) {
     if (!out_.is_open()) return;
     const std::lock_guard lock(mutex_);
     Line line(out_);
-    add_head(line, group, frame_);
+    add_head(line, group);
     line.add("winner", true);
     add_common(line, group);
     line.add("h_frame", hash(group.frame.samples()))

@@ -20,12 +20,10 @@ public:
 
     void add(const encode::Group& group, encode::Chain::Code code);
     void add_winner(const encode::Group& group);
-    void end_frame() { ++frame_; }
 
 private:
     std::ofstream out_;
     std::mutex mutex_;
-    std::uint64_t frame_ = 0;
 };
 
 }  // namespace vela::codec::v3::encoder

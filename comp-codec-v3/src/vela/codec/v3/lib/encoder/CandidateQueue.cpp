@@ -5,21 +5,20 @@
 
 namespace vela::codec::v3::encoder {
 
-void CandidateQueue::start() {
-    for (auto& [id, lane] : lanes_) {
-        lane.counts.clear();
-        lane.nr_handed_out = 0;
-        lane.is_told = true;  // as long as it has no candidates
-    }
-}
-
-void CandidateQueue::push(const std::shared_ptr<const encode::Group>& draft,
-                          std::uint32_t nr_bitlines) {
+void CandidateQueue::push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t min,
+                          std::uint32_t max) {
+    const auto lock = thread::lock_awake(mutex_);
     Lane& lane = lanes_[draft->frame.key.channel.id()];
     lane.draft = draft;
-    lane.counts.push_back(nr_bitlines);
-    std::ranges::push_heap(lane.counts, lane.farther());
-    lane.is_told = false;
+    for (auto nr_bitlines = min; nr_bitlines <= max; ++nr_bitlines) {
+        lane.counts.push_back(nr_bitlines);
+        std::ranges::push_heap(lane.counts, lane.farther());
+    }
+    lane.nr_handed_out = 0;
+    lane.start = draft->span.start;
+    lane.is_mix = draft->origs.size() > 1;
+    lane.nr_left = lane.counts.size();
+    ++nr_pushed_;
 }
 
 std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
@@ -40,8 +39,9 @@ std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
 // id.
 CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
     const auto rank = [first](const Lane& lane) {
-        if (first == First::turn) return std::tuple(false, false, lane.nr_handed_out);
-        return std::tuple(!lane.is_mix(), lane.is_anothers(), lane.nr_handed_out);
+        const bool by_turn = first == First::turn;
+        return std::tuple(!by_turn && lane.is_anothers(), by_turn ? 0 : lane.start,
+                          !by_turn && !lane.is_mix, lane.nr_handed_out);
     };
     Lane* next = nullptr;
     for (auto& [id, lane] : lanes_)
@@ -56,18 +56,6 @@ bool CandidateQueue::Lane::is_anothers() const {
 bool CandidateQueue::Lane::may_go_on() const {
     constexpr unsigned nr_mostly_needed = 3;
     return !counts.empty() && (nr_handed_out < nr_mostly_needed || nr_at_work == 0);
-}
-
-std::optional<api::ChannelVariant> CandidateQueue::pop_finished() {
-    const auto lock = thread::lock_awake(mutex_);
-    Lane* next = nullptr;
-    for (auto& [id, lane] : lanes_) {
-        const bool is_new = !lane.is_told && lane.counts.empty() && lane.nr_at_work == 0;
-        if (is_new && (!next || (next->is_anothers() && !lane.is_anothers()))) next = &lane;
-    }
-    if (!next) return std::nullopt;
-    next->is_told = true;
-    return next->draft->frame.key;
 }
 
 }  // namespace vela::codec::v3::encoder

@@ -9,12 +9,13 @@
 #include <thread>
 #include <utility>
 #include <vector>
+#include <vela/cache_line.hpp>
 #include <vela/codec/v3/lib/encode/Group.hpp>
 
 namespace vela::codec::v3::encoder {
 
-/// The candidates of one frame, handed out carrier by carrier in turn, each carrier's nearest to
-/// the count of bit-lines that it chose in the frame before first.
+/// The candidates of each carrier's current frame, handed out carrier by carrier in turn, each
+/// carrier's nearest to the count of bit-lines that it chose in the frame before first.
 ///
 /// Equal distances come in the order of a standard binary heap; what the filter skips, and so the
 /// bytes of the carrier, depends on it.
@@ -26,16 +27,15 @@ namespace vela::codec::v3::encoder {
 /// What a candidate needs lies near whoever was at work on its carrier last.  So each carrier is
 /// one thread's, frame after frame, until another one has nothing else to do.
 ///
-/// Threads:  one starts and pushes; then any number may pop, as long as what they got goes before
-/// the next start and before the queue does.
+/// Threads:  any number may push and pop, as long as what they got goes before the queue does.
 class CandidateQueue {
     struct Lane;
 
 public:
-    /// Which carriers somebody takes first: whoever's turn it is; or those with a mix, of these and
-    /// of the others its own.  What is left for the end then takes a twentieth of the time, so that
-    /// all who take part end together.
-    enum class First { turn, mix };
+    /// Which carriers somebody takes first: whoever's turn it is; or its own, and of these, or of
+    /// the others' if it has none left, the one that is farthest behind, a mix rather than a single
+    /// channel.
+    enum class First { turn, own };
 
     /// A candidate that was handed out; at work until the end of its life.
     class Candidate {
@@ -44,10 +44,17 @@ public:
         [[nodiscard]] const encode::Group& draft() const { return *lane_->draft; }
         [[nodiscard]] std::uint32_t nr_bitlines() const { return nr_bitlines_; }
 
+        /// Done with; nothing may be asked of it any more.  Whether it was its carrier's last one.
+        [[nodiscard]] bool end() { return end_(lane_.release()); }
+
     private:
         friend class CandidateQueue;
+        static bool end_(Lane* lane) {
+            --lane->nr_at_work;
+            return --lane->nr_left == 0;
+        }
         struct Return {
-            void operator()(Lane* lane) const { --lane->nr_at_work; }
+            void operator()(Lane* lane) const { end_(lane); }
         };
 
         Candidate(Lane& lane, std::uint32_t nr_bitlines)
@@ -57,18 +64,16 @@ public:
         std::uint32_t nr_bitlines_;
     };
 
-    /// Forgets all candidates, for the next frame.
-    void start();
+    /// The next frame of the carrier that the draft names, with a candidate for each count of
+    /// bit-lines from `min` to `max`.  REQUIRES that the last candidate of the frame before ended.
+    void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t min,
+              std::uint32_t max);
 
-    /// One candidate more for the carrier that the draft names; all of a carrier have one draft.
-    void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t nr_bitlines);
+    /// Changes with each push: for who found nothing left and waits for more.
+    [[nodiscard]] std::uint64_t nr_pushed() const { return nr_pushed_; }
 
     /// Nothing once all that is left waits for a candidate at work, or nothing is left.
     std::optional<Candidate> pop(First first = First::turn);
-
-    /// A carrier of which no candidate is left and none at work, its own first; each is told once.
-    /// Nothing if there is none.
-    std::optional<api::ChannelVariant> pop_finished();
 
 private:
     struct Farther {
@@ -82,25 +87,28 @@ private:
         }
     };
     /// One carrier.
-    struct Lane {
+    struct alignas(cache_line) Lane {
         [[nodiscard]] Farther farther() const { return {draft->prev_bitlines}; }
-        [[nodiscard]] bool is_mix() const { return draft->origs.size() > 1; }
         [[nodiscard]] bool is_anothers() const;
         [[nodiscard]] bool may_go_on() const;
 
         std::shared_ptr<const encode::Group> draft;
+        std::int64_t start = 0;  // of the draft's span
+        bool is_mix = false;
         std::vector<std::uint32_t> counts;  // a heap
         unsigned nr_handed_out = 0;
         std::atomic<unsigned> nr_at_work = 0;
-        bool is_told = false;   // that it is finished
-        std::thread::id whose;  // who had its first candidate of a frame, last
+        std::atomic<std::size_t> nr_left = 0;  // those at work among them
+        std::thread::id whose;                 // who had its first candidate of a frame, last
     };
     using Lanes = std::map<std::uint32_t, Lane>;  // by id of the carrier
 
     Lane* find_next_(First first);
 
     Lanes lanes_;
-    std::mutex mutex_;
+    std::atomic<std::uint64_t> nr_pushed_ = 0;
+    std::mutex
+        mutex_;  // guards all of these; what is atomic may be read, and counted down, without
 };
 
 }  // namespace vela::codec::v3::encoder

@@ -41,6 +41,7 @@ Encoder::Encoder(const api::SpeakerLayout& input, const api::SpeakerLayout& outp
     : input_layout_(input),
       output_layout_(output),
       nr_at_once_(std::min(nr_threads, thread::nr_processors())),
+      max_under_way_(nr_at_once_ > 1 ? most_under_way : 1),
       pool_(nr_threads) {
     // The fixed cost of the record is spread: the version waits one frame, the hash two.
     if (parse_version(own_version_, version_text)) version_.set_value(own_version_, 1);
@@ -166,22 +167,30 @@ bool Encoder::get_quality_metric(double& result, const api::ChannelVariant& chan
 }
 
 bool Encoder::encode_one(Frames& out, const Frames& in) {
+    return begin_one(in) && end_one(out);
+}
+
+bool Encoder::begin_one(const Frames& in) {
+    if (nr_begun_ - nr_ended_ == max_under_way_) return false;
     if (own_version_.major != encoded_version.major || own_version_.minor != encoded_version.minor)
         return false;
 
     input_pingpong_ = std::make_unique<thread::PingPong<Frames>>();
-    output_pingpong_ = std::make_unique<thread::PingPong<Frames>>();
-    const OnRAII drop([this] {
-        input_pingpong_.reset();
-        output_pingpong_.reset();
-    });
-
+    const OnRAII drop([this] { input_pingpong_.reset(); });
     {
         auto push = input_pingpong_->start_filling();
         if (!push) return false;
         *push = in;
     }
-    if (!encode_one_()) return false;
+    return encode_one_();
+}
+
+bool Encoder::end_one(Frames& out) {
+    if (nr_ended_ == nr_begun_) return false;
+
+    output_pingpong_ = std::make_unique<thread::PingPong<Frames>>();
+    const OnRAII drop([this] { output_pingpong_.reset(); });
+    if (!end_groups_()) return false;
 
     auto pop = output_pingpong_->start_draining();
     if (!pop) return false;
@@ -195,7 +204,6 @@ bool Encoder::encode_one_() {
     meta_.set_value(pending_meta_);
     if (!process_groups_()) return false;
     update_cyclers_();
-    candidate_log_.end_frame();
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -30,10 +31,17 @@ namespace vela::codec::v3::encoder {
 /// The one encoder: for every frame and carrier channel it tries every allowed count of bit-lines
 /// and keeps the candidate with the lowest error.
 ///
-/// There is no look-ahead: frame k in gives frame k out in the same call.  Frames influence each
-/// other only through the counts of bit-lines and centers chosen before and through the periods of
-/// the metadata.  All calls come from one thread; the pool's threads run candidates, serialise
-/// winners, and do errands between two frames.
+/// There is no look-ahead.  Frames influence each other only through the counts of bit-lines and
+/// centers that the same carrier chose before, and through the periods of the metadata.  So with
+/// threads a carrier goes on to its next frame as soon as it is through with one, whatever the
+/// others are at: nobody waits at the end of a frame.
+///
+///     calling thread    begin k, k+1 |           end k, begin k+2 |         end k+1 |
+///     Left                           [ k     ][ k+1           ][ k+2      ]
+///     Right                          [ k          ][ k+1     ][ k+2               ]
+///
+/// All calls come from one thread.  It works with those of the pool until the frame has ended that
+/// it is asked for.
 class Encoder : public IEncoder {
 public:
     /// The pair of layouts must be one of `carrier_recipes()`; `create` makes sure of it.
@@ -52,11 +60,11 @@ public:
     [[nodiscard]] bool update_loudness(const api::loudness::Value& value) override;
     [[nodiscard]] bool set_room_type(const api::RoomType& room_type) override;
     [[nodiscard]] bool encode_one(Frames& out, const Frames& in) override;
+    [[nodiscard]] bool begin_one(const Frames& in) override;
+    [[nodiscard]] bool end_one(Frames& out) override;
+    [[nodiscard]] unsigned max_under_way() const override { return max_under_way_; }
     [[nodiscard]] bool get_quality_metric(double& result, const api::ChannelVariant& channel,
                                           QualityMetric metric) const override;
-    [[nodiscard]] thread::Errands* errands() override {
-        return nr_at_once_ > 1 ? &pool_.errands() : nullptr;
-    }
 
 private:
     /// What is known of one loudness parameter, and when it was last sent.
@@ -67,59 +75,79 @@ private:
         std::array<std::optional<double>, 4> data{};  ///< by dimension
     };
 
+    /// With threads.  With two, two threads take one per cent longer; with more, no less.
+    static constexpr unsigned most_under_way = 4;
     static constexpr int bitlines_allowed_min = 3;
     static constexpr int bitlines_allowed_max = 12;
 
     using GroupPtr = std::shared_ptr<encode::Group>;
     using Code = encode::Chain::Code;
 
+    /// The search for the best candidate of one carrier of one frame.
+    struct Search {
+        GroupPtr draft;         ///< what all candidates have in common
+        GroupPtr best;          ///< of the candidates so far, if any has a score
+        bool is_muxed = false;  ///< what the muxer says of the best
+    };
+
     /// A carrier from frame to frame.  Threads that work on different ones find nothing here that
     /// another has written: to fetch that costs as much as some hundred operations.
     struct alignas(cache_line) Carrier {
-        GroupPtr draft;  ///< what all candidates of a frame have in common
+        std::array<Search, most_under_way> searches;  ///< of the frames under way; a ring
+        std::atomic<unsigned> nr_under_way = 0;       ///< frames
+
+        /// What follows is for who works on the carrier.
+        alignas(cache_line) std::uint64_t nr_finished = 0;  ///< frames
         std::optional<std::uint32_t> prev_bitlines;
         /// Numbers of centers used with two and with three channels, by count of bit-lines: only
         /// one candidate of a frame asks for each.
         std::array<std::pair<std::uint32_t, std::uint32_t>, bitlines_allowed_max + 1>
             prev_centers{};
         SpareGroups spare_groups;
+        std::mutex best_mutex;  ///< guards the best while candidates are at work
+    };
 
-        GroupPtr best;          ///< of the candidates so far, if any has a score
-        std::mutex best_mutex;  ///< guards it while candidates are at work
-        bool is_muxed = false;  ///< what the muxer says of the best
+    /// A frame under way.
+    struct Turn {
+        api::SampleSpan span;
+        std::atomic<std::size_t> nr_unfinished = 0;  ///< carriers
+        std::atomic<unsigned> nr_failures = 0;       ///< of its candidates
     };
 
     void set_sample_rate_(unsigned rate);
     bool set_bitlines_(std::uint32_t& target, const std::string& key, int value);
 
-    // One frame.
+    // The begin of a frame.
     bool encode_one_();
     bool downmix_();
     bool select_loudness_(const api::SampleSpan& span);
     bool process_groups_();
-    void forget_winners_();
-    void update_cyclers_();
-
-    // The candidates of a frame.
-    bool start_threads_();
-    bool queue_candidates_();
-    bool add_groups_(const Frames& frames);
+    bool add_groups_();
     bool add_(const Frames& frames, const CarrierRecipe::Group& recipe);
     GroupPtr start_draft_(Carrier& carrier) const;
     bool set_origs_(encode::Group& group, const api::ChannelVariant& key,
                     const Frames& frames) const;
     void set_carrier_(encode::Group& group, const api::Channel& carrier) const;
     void set_metadata_(encode::Group& group) const;
-    void work_();
-    void try_(const CandidateQueue::Candidate& candidate);
-    static GroupPtr create_group_(Carrier& carrier, const CandidateQueue::Candidate& candidate);
-    static void select_best_(Carrier& carrier, GroupPtr& group);
-    void mux_finished_();
+    void begin_turn_();
+    bool start_threads_();
+    void update_cyclers_();
 
-    // The winners of a frame.
-    bool finish_frame_();
-    bool remember_bitlines_();
-    bool finish_winner_(const Carrier& carrier, Frames& out);
+    // Its candidates.
+    [[nodiscard]] Search& current_(Carrier& carrier) const;
+    [[nodiscard]] Turn& turn_of_(const Carrier& carrier);
+    void search_(Carrier& carrier);
+    void work_(const Turn* last = nullptr);
+    void try_(Carrier& carrier, const CandidateQueue::Candidate& candidate);
+    static GroupPtr create_group_(Carrier& carrier, const CandidateQueue::Candidate& candidate);
+    void select_best_(Carrier& carrier, GroupPtr& group) const;
+    void finish_(Carrier& carrier);
+
+    // Its end.
+    bool end_groups_();
+    void work_until_ended_(const Turn& turn);
+    bool finish_frame_(std::uint64_t frame);
+    bool finish_winner_(const Search& search, Frames& out);
 
     unsigned sample_rate_ = 0;
     api::SpeakerLayout input_layout_;
@@ -151,12 +179,17 @@ private:
     /// All are there before threads look for one.
     std::map<api::ChannelVariant, Carrier> carriers_;
     CandidateQueue queue_;
-    std::atomic<unsigned> nr_failures_ = 0;  ///< of the candidates of this frame
+    std::array<Turn, most_under_way> turns_;  ///< a ring
+    std::uint64_t nr_begun_ = 0;              ///< frames
+    std::uint64_t nr_ended_ = 0;
+    std::mutex ended_mutex_;
+    std::condition_variable ended_cv_;  ///< for who waits until a frame has ended
 
     encode::Chain chain_;
     encode::Muxer muxer_;
     CandidateLog candidate_log_;
     std::uint64_t nr_at_once_;  ///< candidates worked on at the same time
+    unsigned max_under_way_;
     thread::Pool pool_;
 };
 

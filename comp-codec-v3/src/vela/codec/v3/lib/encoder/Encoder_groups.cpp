@@ -32,47 +32,18 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 }  // namespace
 
 bool Encoder::process_groups_() {
-    forget_winners_();
-    chain_.start_frame();
-    nr_failures_ = 0;
-    queue_.start();
-    if (!queue_candidates_()) return false;
-
-    {
-        // On every way out: what the other threads work on ends here.
-        const OnRAII stop([this] { pool_.stop(); });
-        if (!start_threads_()) return false;
-        // The calling thread works, too: it would only wait otherwise.
-        work_();
-    }
-    return nr_failures_ == 0 && finish_frame_();
+    if (bitline_min_ > bitline_max_) return false;  // no candidate, and so no winner
+    if (!add_groups_()) return false;
+    begin_turn_();
+    return start_threads_();
 }
 
-void Encoder::forget_winners_() {
-    for (auto& [key, carrier] : carriers_) {
-        carrier.spare_groups.give_back(std::move(carrier.best));
-        carrier.is_muxed = false;
-    }
-}
-
-bool Encoder::start_threads_() {
-    const auto help = [this] {
-        work_();
-        return false;
-    };
-    return nr_at_once_ <= 1 || pool_.start(help, nr_at_once_ - 1);
-}
-
-bool Encoder::queue_candidates_() {
+bool Encoder::add_groups_() {
     const auto frames = downmixed_.start_draining();
-    return frames && add_groups_(*frames);
-}
-
-bool Encoder::add_groups_(const Frames& frames) {
     const CarrierRecipe* const recipe = find_recipe(input_layout_);
-    if (!recipe || recipe->carrier != output_layout_.mask()) return false;
+    if (!frames || !recipe || recipe->carrier != output_layout_.mask()) return false;
     return std::ranges::all_of(
-        recipe->groups, [&](const CarrierRecipe::Group& group) { return add_(frames, group); });
+        recipe->groups, [&](const CarrierRecipe::Group& group) { return add_(*frames, group); });
 }
 
 bool Encoder::add_(const Frames& frames, const CarrierRecipe::Group& recipe) {
@@ -82,15 +53,13 @@ bool Encoder::add_(const Frames& frames, const CarrierRecipe::Group& recipe) {
         if (!set_origs_(*draft, api::ChannelVariant(api::Channel::create(id)), frames))
             return false;
     set_carrier_(*draft, channel);
-    for (std::uint32_t b = bitline_min_; b <= bitline_max_; ++b)
-        queue_.push(draft, b);
     return true;
 }
 
-// In the memory of the one before.  What is not set here is set by the other steps, or never
+// In the memory of an earlier one.  What is not set here is set by the other steps, or never
 // changes.
 Encoder::GroupPtr Encoder::start_draft_(Carrier& carrier) const {
-    auto& draft = carrier.draft;
+    auto& draft = carrier.searches[nr_begun_ % max_under_way_].draft;
     if (!draft) draft = encode::Group::create(input_layout_, output_layout_, span_);
     draft->span = span_;
     draft->origs.clear();
@@ -112,7 +81,6 @@ bool Encoder::set_origs_(encode::Group& group, const api::ChannelVariant& key,
 
 void Encoder::set_carrier_(encode::Group& group, const api::Channel& carrier) const {
     group.frame.key = api::ChannelVariant(carrier);
-    if (const auto prev = carriers_.at(group.frame.key).prev_bitlines) group.prev_bitlines = *prev;
     if (metadata_channel(output_layout_) == carrier.id()) set_metadata_(group);
 }
 
@@ -128,24 +96,63 @@ void Encoder::set_metadata_(encode::Group& group) const {
     group.git_hash = git_hash_.due(span_);
 }
 
-// In one call all that this thread may have: what waits for its last candidate is for it alone.
-void Encoder::work_() {
+void Encoder::begin_turn_() {
+    Turn& turn = turns_[nr_begun_++ % max_under_way_];
+    turn.span = span_;
+    turn.nr_failures = 0;
+    turn.nr_unfinished = carriers_.size();
+    for (auto& [key, carrier] : carriers_)
+        if (carrier.nr_under_way++ == 0) search_(carrier);
+}
+
+bool Encoder::start_threads_() {
+    const auto help = [this] {
+        work_();
+        return false;
+    };
+    return nr_at_once_ <= 1 || pool_.again() || pool_.start(help, nr_at_once_ - 1);
+}
+
+Encoder::Search& Encoder::current_(Carrier& carrier) const {
+    return carrier.searches[carrier.nr_finished % max_under_way_];
+}
+
+Encoder::Turn& Encoder::turn_of_(const Carrier& carrier) {
+    return turns_[carrier.nr_finished % max_under_way_];
+}
+
+// By whoever finished the carrier's frame before, unless that was long ago.
+void Encoder::search_(Carrier& carrier) {
+    Search& search = current_(carrier);
+    carrier.spare_groups.give_back(std::move(search.best));
+    search.is_muxed = false;
+    if (carrier.prev_bitlines) search.draft->prev_bitlines = *carrier.prev_bitlines;
+    chain_.start_frame(search.draft->frame.key);
+    queue_.push(search.draft, bitline_min_, bitline_max_);
+}
+
+// In one call all that this thread may have, or as much as it takes for the frame to end: what
+// waits for its last candidate is for it alone.
+void Encoder::work_(const Turn* last) {
     using First = CandidateQueue::First;
-    const First first = nr_at_once_ > 1 ? First::mix : First::turn;
-    while (const auto candidate = queue_.pop(first))
-        try_(*candidate);
-    mux_finished_();
+    const First first = nr_at_once_ > 1 ? First::own : First::turn;
+    while (!last || last->nr_unfinished != 0) {
+        auto candidate = queue_.pop(first);
+        if (!candidate) return;
+        Carrier& carrier = carriers_.at(candidate->draft().frame.key);
+        try_(carrier, *candidate);
+        if (candidate->end()) finish_(carrier);
+    }
 }
 
 // One that fails does not keep others from being tried.
-void Encoder::try_(const CandidateQueue::Candidate& candidate) {
+void Encoder::try_(Carrier& carrier, const CandidateQueue::Candidate& candidate) {
     if (chain_.drops(candidate.draft(), candidate.nr_bitlines())) return;
 
-    Carrier& carrier = carriers_.at(candidate.draft().frame.key);
     GroupPtr group = create_group_(carrier, candidate);
     const Code code = chain_(*group);
     candidate_log_.add(*group, code);
-    if (code == Code::failure) ++nr_failures_;
+    if (code == Code::failure) ++turn_of_(carrier).nr_failures;
     if (code == Code::ok) select_best_(carrier, group);
     carrier.spare_groups.give_back(std::move(group));
 }
@@ -162,49 +169,69 @@ Encoder::GroupPtr Encoder::create_group_(Carrier& carrier,
 }
 
 // Leaves the one that is needed no more, if any.
-void Encoder::select_best_(Carrier& carrier, GroupPtr& group) {
+void Encoder::select_best_(Carrier& carrier, GroupPtr& group) const {
     if (!group->has_score) return;
     auto& [with_2, with_3] = carrier.prev_centers[group->nr_bitlines];
     if (group->active.size() == 2) with_2 = static_cast<std::uint32_t>(group->centers_1d.size());
     if (group->active.size() == 3) with_3 = static_cast<std::uint32_t>(group->centers_2d.size());
 
     const auto lock = thread::lock_awake(carrier.best_mutex);
-    auto& best = carrier.best;
+    auto& best = current_(carrier).best;
     if (!best || best->score > group->score) best.swap(group);
 }
 
-// By whoever finds no candidate any more, so that the threads end together.  A carrier that was
-// refused is told of when its turn comes.
-void Encoder::mux_finished_() {
-    while (const auto key = queue_.pop_finished()) {
-        Carrier& carrier = carriers_.at(*key);
-        if (carrier.best) carrier.is_muxed = muxer_(*carrier.best);
+// By whoever had its last candidate.  A carrier that is refused is told of when its frame ends.
+void Encoder::finish_(Carrier& carrier) {
+    Search& search = current_(carrier);
+    if (search.best) {
+        carrier.prev_bitlines = search.best->nr_bitlines;
+        search.is_muxed = muxer_(*search.best);
+    }
+
+    Turn& turn = turn_of_(carrier);
+    ++carrier.nr_finished;
+    if (--carrier.nr_under_way != 0) search_(carrier);
+    if (--turn.nr_unfinished != 0) return;
+    { const std::lock_guard lock(ended_mutex_); }  // who waits does so, or asks once more
+    ended_cv_.notify_one();
+}
+
+bool Encoder::end_groups_() {
+    const std::uint64_t frame = nr_ended_++;
+    const Turn& turn = turns_[frame % max_under_way_];
+    work_until_ended_(turn);
+    if (nr_ended_ == nr_begun_) pool_.stop();
+    return turn.nr_failures == 0 && finish_frame_(frame);
+}
+
+// The calling thread works, too: it would only wait otherwise.
+void Encoder::work_until_ended_(const Turn& turn) {
+    const auto is_ended = [&] { return turn.nr_unfinished == 0; };
+    while (!is_ended()) {
+        const std::uint64_t nr_pushed = queue_.nr_pushed();
+        work_(&turn);
+        auto lock = thread::lock_awake(ended_mutex_);
+        thread::wait_awake(lock, ended_cv_,
+                           [&] { return is_ended() || queue_.nr_pushed() != nr_pushed; });
     }
 }
 
-bool Encoder::finish_frame_() {
-    if (!remember_bitlines_()) return false;
+bool Encoder::finish_frame_(std::uint64_t frame) {
+    const auto at = frame % max_under_way_;
+    const auto has_winner = [=](const auto& entry) { return !!entry.second.searches[at].best; };
+    if (!std::ranges::all_of(carriers_, has_winner)) return false;
 
     auto out = output_pingpong_->start_filling();
     if (!out) return false;
-    plots_.start_frame(span_);
+    plots_.start_frame(turns_[at].span);
     for (const auto& [key, carrier] : carriers_)
-        if (!finish_winner_(carrier, *out)) return false;
-    return plots_.end_frame(span_);
+        if (!finish_winner_(carrier.searches[at], *out)) return false;
+    return plots_.end_frame(turns_[at].span);
 }
 
-bool Encoder::remember_bitlines_() {
-    return output_layout_.each_channel([this](const api::Channel& channel) {
-        const auto at = carriers_.find(api::ChannelVariant(channel));
-        if (at == carriers_.end() || !at->second.best) return false;
-        at->second.prev_bitlines = at->second.best->nr_bitlines;
-        return true;
-    });
-}
-
-bool Encoder::finish_winner_(const Carrier& carrier, Frames& out) {
-    encode::Group& group = *carrier.best;
-    if (!carrier.is_muxed) return false;
+bool Encoder::finish_winner_(const Search& search, Frames& out) {
+    if (!search.is_muxed) return false;
+    encode::Group& group = *search.best;
     out.set(group.frame);
     candidate_log_.add_winner(group);
     if (!plots_.add(group)) return false;

@@ -7,11 +7,10 @@
 #include <vela/api/loudness/Value.hpp>
 #include <vela/audio/Frame.hpp>
 #include <vela/codec/v3/lib/encoder/QualityMetric.hpp>
-#include <vela/thread/Errands.hpp>
 
 namespace vela::codec::v3::encoder {
 
-/// Turns blocks of a full layout into blocks of its carrier, one call per block.
+/// Turns blocks of a full layout into blocks of its carrier, one by one.
 ///
 /// Options first, "bitline.min", "bitline.max" and "sample_rate" among them; then, per frame, the
 /// metadata that holds for it and `encode_one`.  All calls come from one thread.
@@ -44,16 +43,22 @@ public:
     [[nodiscard]] virtual bool set_room_type(const api::RoomType& room_type) = 0;
 
     /// One 24-bit block of all input channels in, the same block of all carrier channels out.
+    /// REQUIRES that no block is under way.
     [[nodiscard]] virtual bool encode_one(Frames& out, const Frames& in) = 0;
+
+    /// The same in two calls: a block may begin while others are under way, so that no thread waits
+    /// for the last one at work on a block.  Blocks end in the order of their begin.  Metadata hold
+    /// for the next one to begin; options stay as they are while one is under way.  False, too, if
+    /// there is no room for one more, or none to end.
+    [[nodiscard]] virtual bool begin_one(const Frames& in) = 0;
+    [[nodiscard]] virtual bool end_one(Frames& out) = 0;
+    /// Blocks that there is room for; 1 if the calling thread does all the work.
+    [[nodiscard]] virtual unsigned max_under_way() const = 0;
 
     /// Error figure of the run so far; false for a channel that was in no group.
     [[nodiscard]] virtual bool get_quality_metric(double& result,
                                                   const api::ChannelVariant& channel,
                                                   QualityMetric metric) const = 0;
-
-    /// Work that the encoder's threads do while they wait for the next frame, and the calling one
-    /// while it waits for them; null without threads.
-    [[nodiscard]] virtual thread::Errands* errands() = 0;
 };
 
 }  // namespace vela::codec::v3::encoder

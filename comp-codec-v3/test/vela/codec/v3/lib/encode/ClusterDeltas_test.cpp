@@ -226,7 +226,6 @@ TEST(ClusterDeltas, BothImplementationsFitWithAndWithoutMerging) {
 
 TEST(ClusterDeltas, WhatTheFilterDropsIsNotClustered) {
     Chain chain;
-    chain.start_frame();
     Group best = group_of(8, {music(512, 1), music(512, 2)});
     Group worse = group_of(9, {music(512, 1), music(512, 2)});
     ASSERT_EQ(chain(best), Code::ok);
@@ -235,7 +234,7 @@ TEST(ClusterDeltas, WhatTheFilterDropsIsNotClustered) {
     Group above = group_of(10, {music(512, 1), music(512, 2)});
     EXPECT_EQ(chain(above), Code::filtered);
     EXPECT_EQ(above.trace.learns, 0u);
-    chain.start_frame();
+    chain.start_frame(best.frame.key);
     Group again = group_of(10, {music(512, 1), music(512, 2)});
     EXPECT_EQ(chain(again), Code::ok) << "the next frame knows nothing of it";
 }

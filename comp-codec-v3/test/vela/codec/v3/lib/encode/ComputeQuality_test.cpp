@@ -104,7 +104,6 @@ TEST(ComputeQuality, ADroppedChannelCountsAgainstZeros) {
 TEST(ComputeQuality, WhatDoesNotFitHasNoScore) {
     Group group = group_of(3, {music(256, 1), music(256, 2)});
     Chain chain;
-    chain.start_frame();
     ASSERT_EQ(chain(group), Code::ok);
     EXPECT_FALSE(group.fits);
     EXPECT_FALSE(group.has_score);

@@ -43,7 +43,7 @@ TEST(Filter, RefusesWhatHasNoScoreAndForgets) {
 
     ASSERT_TRUE(filter.update(scored(9, -90)));
     ASSERT_TRUE(filter.update(scored(5, -80)));
-    filter.clear();
+    filter.clear(group.frame.key);
     EXPECT_EQ(filter.check(scored(4, 0)), 0);
 }
 
@@ -55,8 +55,28 @@ TEST(Filter, BracketsEachFrameByItsOwnScoresAlone) {
         EXPECT_EQ(filter.check(scored(12, 0)), 0) << "one score is no bracket";
         ASSERT_TRUE(filter.update(scored(9, -90)));
         EXPECT_EQ(filter.check(scored(3, 0)), 2);
-        filter.clear();
+        filter.clear(scored(3, 0).frame.key);
     }
+}
+
+// They begin their frames each when it is through with the one before.
+TEST(Filter, ForgetsOneCarrierAlone) {
+    Filter filter;
+    const auto dropped = [&](const api::Channel& carrier) {
+        Group group = scored(4, 0);
+        group.frame.key = api::ChannelVariant(carrier);
+        return filter.check(group) != 0;
+    };
+    for (const auto& carrier : {api::channel::Left, api::channel::Right})
+        for (const auto& [b, score] : {std::pair(9, -90), std::pair(5, -80)}) {
+            Group group = scored(static_cast<std::uint32_t>(b), score);
+            group.frame.key = api::ChannelVariant(carrier);
+            ASSERT_TRUE(filter.update(group));
+        }
+    ASSERT_TRUE(dropped(api::channel::Left) && dropped(api::channel::Right));
+    filter.clear(api::ChannelVariant(api::channel::Left));
+    EXPECT_FALSE(dropped(api::channel::Left));
+    EXPECT_TRUE(dropped(api::channel::Right));
 }
 
 }  // namespace

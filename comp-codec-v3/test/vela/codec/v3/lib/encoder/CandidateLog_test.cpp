@@ -20,7 +20,7 @@ std::string text_of_log(bool named) {
         encode::Group group = encode::group_of(5, {{1, 2}});
         group.mixed = {1, -1};
         log.add(group, encode::Chain::Code::filtered);
-        log.end_frame();
+        group.span = {2, 4};  // the next frame
         group.has_score = true;
         group.score = -0.5;
         group.preset = 7;

@@ -11,14 +11,18 @@ namespace {
 using Counts = std::vector<std::uint32_t>;
 using First = CandidateQueue::First;
 
-void push(CandidateQueue& queue, const api::Channel& carrier, const Counts& counts,
-          std::uint32_t prev, std::size_t nr_channels = 2) {
+struct Range {
+    std::uint32_t min, max;
+};
+
+void push(CandidateQueue& queue, const api::Channel& carrier, const Range& counts,
+          std::uint32_t prev, std::size_t nr_channels = 2, std::int64_t frame = 0) {
     const auto draft = std::make_shared<encode::Group>();
+    draft->span = {frame * 1024, (frame + 1) * 1024};
     draft->origs.resize(nr_channels);
     draft->prev_bitlines = prev;
     draft->frame.key = api::ChannelVariant(carrier);
-    for (const std::uint32_t b : counts)
-        queue.push(draft, b);
+    queue.push(draft, counts.min, counts.max);
 }
 
 /// 100 times the carrier's id, and the count of bit-lines.
@@ -53,7 +57,7 @@ class CandidateOrder : public testing::TestWithParam<Case> {};
 // another library's heap must not change carriers unnoticed.
 TEST_P(CandidateOrder, IsThatOfTheStandardBinaryHeap) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, GetParam().prev);
+    push(queue, api::channel::Left, {3, 12}, GetParam().prev);
     EXPECT_EQ(all_of(queue), GetParam().order);
 }
 
@@ -66,15 +70,15 @@ INSTANTIATE_TEST_SUITE_P(Previous, CandidateOrder,
 
 TEST(CandidateQueue, CarriersTakeTurnsByAscendingId) {
     CandidateQueue queue;
-    push(queue, api::channel::LFE, {3, 4, 5}, 3);
+    push(queue, api::channel::LFE, {3, 5}, 3);
     push(queue, api::channel::Left, {8, 9}, 9);
-    push(queue, api::channel::Center, {7}, 7);
+    push(queue, api::channel::Center, {7, 7}, 7);
     EXPECT_EQ(all_of(queue), (Counts{9, 207, 303, 8, 304, 305}));
 }
 
 TEST(CandidateQueue, GivesNothingWhenAllAreHandedOut) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3}, 3);
+    push(queue, api::channel::Left, {3, 3}, 3);
     EXPECT_TRUE(queue.pop());
     EXPECT_FALSE(queue.pop());
     EXPECT_FALSE(queue.pop());
@@ -83,7 +87,7 @@ TEST(CandidateQueue, GivesNothingWhenAllAreHandedOut) {
 // Nearly all frames need a carrier's first three; what comes after them mostly cannot win.
 TEST(CandidateQueue, AFourthOfACarrierWaitsUntilNoneIsAtWork) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3, 4, 5, 6, 7}, 3);
+    push(queue, api::channel::Left, {3, 7}, 3);
     push(queue, api::channel::Right, {8, 9}, 8);
     auto at_work = all_at_once(queue);
     Counts order;
@@ -102,8 +106,8 @@ TEST(CandidateQueue, AFourthOfACarrierWaitsUntilNoneIsAtWork) {
 
 TEST(CandidateQueue, ACarrierThatWaitsDoesNotKeepOthersFromTheirTurn) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3, 4, 5, 6}, 3);
-    push(queue, api::channel::Right, {3, 4, 5, 6}, 3);
+    push(queue, api::channel::Left, {3, 6}, 3);
+    push(queue, api::channel::Right, {3, 6}, 3);
     std::optional<CandidateQueue::Candidate> left;
     for (const std::uint32_t name : {3, 103, 4, 104, 5, 105}) {
         auto candidate = queue.pop();
@@ -116,51 +120,59 @@ TEST(CandidateQueue, ACarrierThatWaitsDoesNotKeepOthersFromTheirTurn) {
     EXPECT_EQ(all_of(queue), (Counts{6}));
 }
 
-TEST(CandidateQueue, ACarrierIsFinishedOnceWhenNoneIsLeftAndNoneAtWork) {
+TEST(CandidateQueue, TheLastOfACarrierToEndIsTold) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3}, 3);
-    push(queue, api::channel::Right, {3, 4}, 3);
-    EXPECT_FALSE(queue.pop_finished());
+    push(queue, api::channel::Left, {3, 3}, 3);
+    push(queue, api::channel::Right, {3, 5}, 3);
     auto left = queue.pop();
-    EXPECT_FALSE(queue.pop_finished());
-    EXPECT_TRUE(queue.pop());
-    EXPECT_FALSE(queue.pop_finished()) << "one is at work, one is left";
-    left.reset();
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
-    EXPECT_FALSE(queue.pop_finished());
-    EXPECT_TRUE(queue.pop());
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
-    EXPECT_FALSE(queue.pop_finished());
+    std::vector<CandidateQueue::Candidate> right;
+    for (int i = 0; i < 2; ++i)
+        right.push_back(*queue.pop());
+    EXPECT_FALSE(right[1].end()) << "one is at work, one is left";
+    EXPECT_TRUE(left->end());
+    auto third = queue.pop();
+    EXPECT_FALSE(third->end()) << "it was handed out last, but the first is still at work";
+    EXPECT_TRUE(right[0].end());
 }
 
-TEST(CandidateQueue, ANewFrameHasNothingOfTheOneBefore) {
+// Whoever ended the last one begins the next frame, while other carriers are still at this one.
+TEST(CandidateQueue, ACarrierGoesOnToItsNextFrameWhateverOthersAreAt) {
     CandidateQueue queue;
-    push(queue, api::channel::Left, {3, 4, 5, 6}, 6);
-    push(queue, api::channel::Center, {7}, 7);
-    EXPECT_TRUE(queue.pop());
-    EXPECT_TRUE(queue.pop());
-    queue.start();
-    EXPECT_FALSE(queue.pop());
-    EXPECT_FALSE(queue.pop_finished()) << "nobody had candidates";
-
-    push(queue, api::channel::Left, {3, 4, 5, 6}, 3);
-    push(queue, api::channel::Right, {3}, 3);
-    EXPECT_EQ(all_of(queue), (Counts{3, 103, 4, 5, 6}));
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
-    EXPECT_FALSE(queue.pop_finished());
+    push(queue, api::channel::Left, {3, 5}, 5);
+    push(queue, api::channel::Right, {3, 4}, 3);
+    Counts order;
+    while (auto candidate = queue.pop()) {
+        order.push_back(name_of(*candidate));
+        const auto nr_pushed = queue.nr_pushed();
+        if (candidate->end() && order.back() == 104) {
+            push(queue, api::channel::Right, {3, 5}, 5, 2, 1);
+            EXPECT_NE(queue.nr_pushed(), nr_pushed);
+        } else {
+            EXPECT_EQ(queue.nr_pushed(), nr_pushed);
+        }
+    }
+    EXPECT_EQ(order, (Counts{5, 103, 4, 104, 105, 104, 3, 103}));
 }
 
-// What is short comes last, so that threads end together.
+// Where it is its own all the same, what takes long comes first.
 TEST(CandidateQueue, GivesTheCarriersFirstThatAreAskedForFirst) {
     for (const auto& [first, order] : {std::pair(First::turn, Counts{3, 203, 303, 4, 204, 304}),
-                                       std::pair(First::mix, Counts{3, 303, 4, 304, 203, 204})}) {
+                                       std::pair(First::own, Counts{3, 303, 4, 304, 203, 204})}) {
         CandidateQueue queue;
         push(queue, api::channel::Left, {3, 4}, 3);
         push(queue, api::channel::Center, {3, 4}, 3, 1);
         push(queue, api::channel::LFE, {3, 4}, 3, 3);
         EXPECT_EQ(all_of(queue, first), order);
     }
+}
+
+// So that the frame that somebody waits for ends.
+TEST(CandidateQueue, OfItsOwnCarriersGivesTheOneFirstThatIsFarthestBehind) {
+    CandidateQueue queue;
+    push(queue, api::channel::Left, {3, 3}, 3, 2, 5);
+    push(queue, api::channel::Right, {3, 3}, 3, 2, 4);
+    push(queue, api::channel::Center, {3, 3}, 3, 1, 3);
+    EXPECT_EQ(all_of(queue, First::own), (Counts{203, 103, 3}));
 }
 
 /// What the call gives on another thread.
@@ -172,29 +184,35 @@ auto elsewhere(Call call) {
 }
 
 /// A frame of three carriers with a mix.
-void start_frame(CandidateQueue& queue) {
-    queue.start();
+void start_frame(CandidateQueue& queue, std::int64_t frame = 0) {
     for (const auto& carrier :
          {api::channel::Left, api::channel::Right, api::channel::LeftSurround})
-        push(queue, carrier, {3, 4}, 3);
+        push(queue, carrier, {3, 4}, 3, 2, frame);
 }
 
 // What its candidates need lies near it still.
 TEST(CandidateQueueThreads, GetTheCarriersFirstThatTheyBeganInTheFrameBefore) {
     CandidateQueue queue;
     start_frame(queue);
-    EXPECT_EQ(name_of(*queue.pop(First::mix)), 3u);
-    EXPECT_EQ(elsewhere([&] { return name_of(*queue.pop(First::mix)); }), 103u);
-    EXPECT_EQ(all_of(queue, First::mix), (Counts{403, 4, 404, 104})) << "the other's at last";
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Left));
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::LeftSurround));
-    EXPECT_EQ(queue.pop_finished(), api::ChannelVariant(api::channel::Right));
+    EXPECT_EQ(name_of(*queue.pop(First::own)), 3u);
+    EXPECT_EQ(elsewhere([&] { return name_of(*queue.pop(First::own)); }), 103u);
+    EXPECT_EQ(all_of(queue, First::own), (Counts{403, 4, 404, 104})) << "the other's at last";
 
     start_frame(queue);
-    EXPECT_EQ(all_of(queue, First::mix), (Counts{3, 403, 4, 404, 103, 104}));
+    EXPECT_EQ(all_of(queue, First::own), (Counts{3, 403, 4, 404, 103, 104}));
     start_frame(queue);
-    EXPECT_EQ(all_of(queue, First::mix), (Counts{3, 103, 403, 4, 104, 404}))
+    EXPECT_EQ(all_of(queue, First::own), (Counts{3, 103, 403, 4, 104, 404}))
         << "begun, so it is its";
+}
+
+TEST(CandidateQueueThreads, GetTheirOwnAheadOfOthersThatAreFartherBehind) {
+    CandidateQueue queue;
+    start_frame(queue);
+    elsewhere([&] { return name_of(*queue.pop(First::own)); });
+    EXPECT_EQ(all_of(queue, First::own), (Counts{103, 403, 104, 404, 4}));
+    push(queue, api::channel::Left, {3, 3}, 3, 2, 1);
+    push(queue, api::channel::Right, {3, 3}, 3, 2, 2);
+    EXPECT_EQ(all_of(queue, First::own), (Counts{103, 3}));
 }
 
 TEST(CandidateQueueThreads, InTurnItIsNobodysCarrier) {
@@ -208,7 +226,7 @@ TEST(CandidateQueueThreads, InTurnItIsNobodysCarrier) {
 TEST(CandidateQueueThreads, GiveEachOnceToWhoeverAsks) {
     CandidateQueue queue;
     for (const auto& carrier : api::channel::all())
-        push(queue, carrier, {3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, 7);
+        push(queue, carrier, {3, 12}, 7);
     std::atomic<unsigned> count = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)

@@ -261,21 +261,85 @@ TEST(EncoderThreads, GoOnAfterAFrameThatCannotBegin) {
     }
 }
 
-// With one thread at work at a time nobody has time to spare.
-TEST(EncoderThreads, RunErrandsWhereThereAreAny) {
-    EXPECT_EQ(make(lcr, stereo, 3, 12, 0)->errands(), nullptr);
-    EXPECT_EQ(make(lcr, stereo, 3, 12, 1)->errands(), nullptr);
-    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
-    const auto encoder = make(lcr, stereo, 8, 9, 2);
-    ASSERT_NE(encoder->errands(), nullptr);
-    std::atomic<unsigned> nr_done = 0;
-    Frames out;
-    for (unsigned frame = 0; frame < 10; ++frame) {
-        encoder->errands()->post([&] { ++nr_done; });
-        EXPECT_TRUE(encoder->encode_one(out, frames_of(lcr, 256, frame)));
+// With one thread at work at a time nobody would gain by the next frame.
+TEST(EncoderThreads, TakeAsManyFramesAsTheySay) {
+    const unsigned most = thread::nr_processors() < 2 ? 1 : 4;
+    for (const auto& [nr_threads, max] :
+         {std::pair(0u, 1u), std::pair(1u, 1u), std::pair(2u, most)}) {
+        const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+        EXPECT_EQ(encoder->max_under_way(), max);
+        Frames out;
+        EXPECT_FALSE(encoder->end_one(out)) << "none was begun";
+        for (unsigned i = 0; i < max; ++i)
+            EXPECT_TRUE(encoder->begin_one(frames_of(lcr)));
+        EXPECT_FALSE(encoder->begin_one(frames_of(lcr)));
+        for (unsigned i = 0; i < max; ++i)
+            EXPECT_TRUE(encoder->end_one(out));
+        EXPECT_FALSE(encoder->end_one(out));
     }
-    encoder->errands()->finish();
-    EXPECT_EQ(nr_done, 10u);
+}
+
+/// All carriers of ten frames, each with metadata of its own, up to `nr_ahead` begun ahead.
+std::vector<std::vector<int>> encode_ahead(unsigned nr_threads, unsigned nr_ahead) {
+    const auto encoder = make(lcr, stereo, 8, 8, nr_threads);
+    EXPECT_TRUE(encoder->set_option("gvm.randomize_deltas", 0));
+    std::vector<std::vector<int>> carriers;
+    unsigned nr_begun = 0;
+    for (unsigned frame = 0; frame < 10; ++frame) {
+        for (; nr_begun < 10 && nr_begun <= frame + nr_ahead; ++nr_begun) {
+            EXPECT_TRUE(encoder->set_orbimix_preset(static_cast<int>(nr_begun / 2)));
+            EXPECT_TRUE(encoder->set_attn(api::ChannelVariant(api::channel::Center),
+                                          1.0f + 0.1f * static_cast<float>(nr_begun)));
+            EXPECT_TRUE(encoder->set_meta(api::channel::Left, 1.0f + static_cast<float>(nr_begun)));
+            EXPECT_TRUE(encoder->begin_one(frames_of(lcr, 256, nr_begun)));
+        }
+        Frames out;
+        EXPECT_TRUE(encoder->end_one(out));
+        for (const auto& [key, carrier] : out)
+            carriers.push_back(encode::samples_of(carrier));
+    }
+    return carriers;
+}
+
+// What a frame tells, and chooses, hangs on those before it alone.
+TEST(EncoderThreads, FramesBegunAheadAreTheSame) {
+    const auto one_by_one = encode_ahead(0, 0);
+    EXPECT_EQ(one_by_one.size(), 20u);
+    EXPECT_EQ(encode_ahead(2, 0), one_by_one);
+    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
+    for (const unsigned nr_threads : {2u, 3u, 16u})
+        for (const unsigned nr_ahead : {1u, 2u, 3u})
+            EXPECT_EQ(encode_ahead(nr_threads, nr_ahead), one_by_one);
+}
+
+TEST(EncoderThreads, FramesBesideOneThatFailsEndAllTheSame) {
+    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
+    for (const unsigned failing : {0u, 1u, 2u}) {
+        const auto encoder = make(lcr, stereo, 8, 9, 2);
+        for (unsigned frame = 0; frame < 3; ++frame) {
+            ASSERT_TRUE(encoder->set_room_type(api::RoomType(frame == failing ? 4 : frame)));
+            ASSERT_TRUE(encoder->begin_one(frames_of(lcr, 256, frame)));
+        }
+        EXPECT_FALSE(encoder->begin_one(Frames{}));
+        for (unsigned frame = 0; frame < 3; ++frame) {
+            Frames out;
+            EXPECT_EQ(encoder->end_one(out), frame != failing);
+            EXPECT_EQ(out.empty(), frame == failing);
+        }
+    }
+}
+
+// A run that fails leaves them behind.
+TEST(EncoderThreads, FramesThatNobodyEndsGoWithTheEncoder) {
+    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
+    for (int i = 0; i < 20; ++i) {
+        const auto encoder = make(lcr, stereo, 3, 12, 2);
+        for (unsigned frame = 0; frame < encoder->max_under_way(); ++frame)
+            EXPECT_TRUE(encoder->begin_one(frames_of(lcr, 256, frame)));
+        Frames out;
+        for (int ended = 0; ended < i % 3; ++ended)
+            EXPECT_TRUE(encoder->end_one(out));
+    }
 }
 
 TEST(EncoderThreads, SearchTheWholeRangeOnManyThreads) {
