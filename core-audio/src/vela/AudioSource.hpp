@@ -1,19 +1,13 @@
 #pragma once
 
-#include <array>
-#include <atomic>
-#include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
-#include <mutex>
 #include <vela/Range.hpp>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frames.hpp>
 #include <vela/api/SampleSpan.hpp>
 #include <vela/file/Name.hpp>
 #include <vela/file/Range.hpp>
-#include <vela/thread/Errands.hpp>
 #include <vela/wav/Parser.hpp>
 
 namespace vela {
@@ -22,8 +16,7 @@ namespace vela {
 ///
 /// Set the frame size and limit, `add` each channel, `prepare` once; then `get` and `pop_front` in
 /// turn.  Samples come as they stand in the files: no filter, no clipping, any width that the WAV
-/// reader knows.  One thread uses a source; others only run the errands that it posts.  Nothing
-/// prints: a false is all there is.
+/// reader knows.  Nothing prints: a false is all there is.
 ///
 ///     file L    |-block 0-|-block 1-|-blo         the shortest file ends the stream; its last
 ///     file R    |-block 0-|-block 1-|-block 2-|-  block is filled up with zeros
@@ -63,11 +56,6 @@ public:
     /// Goes on to the next block.
     void pop_front();
 
-    /// Leaves the reading of the current block and of those behind it to whoever has time: an
-    /// errand for each block of a channel that is not read yet.  What nobody has read when `get`
-    /// asks for it, `get` reads.  `errands`, the same each time, must outlive the source.
-    void read_ahead(thread::Errands& errands);
-
     /// In Hz; 0 before `prepare` has read a file.
     [[nodiscard]] std::uint32_t sample_rate() const { return sample_rate_; }
     /// Bits per sample.
@@ -77,17 +65,6 @@ public:
 
 private:
     using Parser = wav::Parser<T, file::Range>;
-    using Frame = api::Frame<T, K>;
-
-    /// Blocks that may be read before they are asked for, the current one first, so that who has
-    /// time right before it is wanted still finds something to read.  With two, two threads
-    /// take 1.5 per cent longer than with six, with more than that no less; of long blocks two do,
-    /// since these come seldom and need much memory.
-    static constexpr std::uint64_t nr_ahead = 6;
-    static constexpr std::uint64_t nr_long_ahead = 2;
-    static constexpr std::uint64_t long_block = 8192;
-    /// Blocks that others may still share.
-    static constexpr std::uint64_t nr_shared = 3;
 
     struct Info {
         Parser parser;
@@ -96,30 +73,9 @@ private:
         bool is_mono = false;
         /// What is not read yet; its begin is the read position.
         decltype(Parser::blocks) blocks;
-        /// Blocks before the read position.
-        std::atomic<std::uint64_t> nr_read = 0;
-        /// Those that were read ahead, by their number; a ring.
-        std::array<Frame, nr_ahead + nr_shared> ahead;
-        std::atomic<std::uint64_t> nr_errands = 0;  ///< posted and not done
-        std::mutex mutex;                           ///< for whoever moves the read position
-    };
-    struct Finish {
-        void operator()(thread::Errands* errands) const { errands->finish(); }
     };
 
     bool open_(Info& info);
-    [[nodiscard]] std::uint64_t nr_ahead_() const {
-        return frame_size_ < long_block ? nr_ahead : nr_long_ahead;
-    }
-    Frame& ahead_(Info& info, std::uint64_t block) const {
-        return info.ahead[block % (nr_ahead_() + nr_shared)];
-    }
-    bool take_(Frame& frame, Info& info) const;
-    void skip_(Info& info) const;
-    /// Held if nobody has read the current block; whoever holds it may.
-    std::unique_lock<std::mutex> lock_if_due_(Info& info) const;
-    void read_ahead_(const K& key, Info& info) const;
-    bool read_next_(const K& key, Info& info) const;
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;
@@ -128,15 +84,9 @@ private:
     /// Blocks of the stream from the current one on.
     std::int32_t frames_left_ = 0;
     std::int32_t nr_frames_ = -1;
-    /// Blocks before the current one.
-    std::uint64_t position_ = 0;
-    /// The first block that is not wanted yet.
-    std::atomic<std::uint64_t> ahead_end_ = 0;
     std::map<K, Info> inputs_;
     api::SampleSpan span_;
     std::uint32_t bit_depth_ = 0;
-    /// Where blocks are being read ahead; they are done before anything else goes.
-    std::unique_ptr<thread::Errands, Finish> errands_;
 };
 
 extern template class AudioSource<int, api::ChannelVariant>;

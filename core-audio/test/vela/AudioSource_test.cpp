@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <numeric>
-#include <support/ErrandHelpers.hpp>
 #include <support/TempFile.hpp>
 #include <support/wav_bytes.hpp>
 #include <vector>
@@ -37,12 +35,6 @@ std::string wav_of(const Block& samples, const Mono& how = {}) {
     return testing_support::wav_file(format, data);
 }
 
-Block ramp(int first, std::size_t size) {
-    Block samples(size);
-    std::iota(samples.begin(), samples.end(), first);
-    return samples;
-}
-
 /// Files and a source that reads them: the first is Left, the second Right.
 class AudioSourceTest : public testing::Test {
 protected:
@@ -57,10 +49,8 @@ protected:
         return source.prepare();
     }
 
-    /// All blocks of one channel to the end of the stream, read ahead where `errands` are given:
-    /// now none of them is run before the next block is wanted, now all and more.
-    std::vector<Block> drain(const api::ChannelVariant& key = left,
-                             thread::Errands* errands = nullptr) {
+    /// All blocks of one channel to the end of the stream.
+    std::vector<Block> drain(const api::ChannelVariant& key = left) {
         std::vector<Block> blocks;
         while (source.get(frames, span)) {
             EXPECT_EQ(span.start, static_cast<std::int64_t>(blocks.size() * frame_size));
@@ -69,10 +59,6 @@ protected:
             EXPECT_EQ(frames.find(key)->bit_depth, source.bit_depth());
             blocks.push_back(samples(key));
             source.pop_front();
-            if (!errands) continue;
-            source.read_ahead(*errands);
-            for (std::size_t i = 0; i < blocks.size() % 7; ++i)
-                errands->run_one();
         }
         return blocks;
     }
@@ -267,218 +253,6 @@ TEST_F(AudioSourceTest, AFileThatShrinksEndsTheStreamWhereItCannotBeRead) {
     EXPECT_EQ(blocks, std::vector<Block>(blocks.size(), Block(frame_size, 7)));
     EXPECT_FALSE(source.get(frames, span));
 }
-
-/// The parameter is how many threads run errands.
-class AudioSourceThreads : public AudioSourceTest, public testing::WithParamInterface<int> {
-protected:
-    ~AudioSourceThreads() override {
-        start_anew();  // the source goes before its errands
-    }
-
-    thread::Errands errands;
-
-private:
-    const testing_support::ErrandHelpers helpers_{errands, GetParam()};
-};
-
-TEST_P(AudioSourceThreads, ReadAheadTheSameBlocks) {
-    for (const std::int32_t limit : {-1, 0, 1, 5}) {
-        SCOPED_TRACE(limit);
-        std::vector<Block> blocks[2];
-        for (const bool is_ahead : {false, true}) {
-            start_anew();
-            add(ramp(1, 4 * 300 + 2));
-            add(ramp(-5000, 4 * 400));
-            ASSERT_TRUE(prepare(limit));
-            blocks[is_ahead] = drain(right, is_ahead ? &errands : nullptr);
-        }
-        EXPECT_EQ(blocks[true].size(), limit < 0 ? 301u : static_cast<unsigned>(limit));
-        EXPECT_EQ(blocks[true], blocks[false]);
-    }
-}
-
-TEST_P(AudioSourceThreads, ABlockReadAheadStaysUntilPopToo) {
-    add(ramp(1, 14));
-    ASSERT_TRUE(prepare());
-    source.pop_front();
-    source.read_ahead(errands);
-    for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(source.get(frames, span));
-        EXPECT_EQ(samples(left), (Block{5, 6, 7, 8}));
-        EXPECT_EQ(frames.find(left)->bit_depth, 24u);
-        EXPECT_EQ(span.start, 4);
-        std::ranges::fill(frames.goc(left).write(), 0);
-        errands.run_one();
-    }
-    source.read_ahead(errands);
-    errands.finish();
-    source.pop_front();
-    source.pop_front();
-    ASSERT_TRUE(source.get(frames, span));
-    EXPECT_EQ(samples(left), (Block{13, 14, 0, 0}));
-    EXPECT_EQ(span.start, 12);
-}
-
-// A block is larger than what the reader has ahead anyway.
-TEST_P(AudioSourceThreads, BlocksReadAheadNeedTheirFileNoMore) {
-    constexpr std::size_t size = 100000;
-    const Block all = ramp(1, 4 * size);
-    const TempFile file(wav_of(all));
-    ASSERT_TRUE(source.add(left, file.name()));
-    source.set_frame_size(size);
-    ASSERT_TRUE(source.prepare());
-    source.read_ahead(errands);
-    errands.finish();
-    file.write(wav_of({}));
-    for (int first = 1; first < 200000; first += size) {
-        ASSERT_TRUE(source.get(frames, span));
-        EXPECT_EQ(samples(left), ramp(first, size));
-        source.pop_front();
-    }
-    EXPECT_FALSE(source.get(frames, span)) << "more than two blocks are kept";
-}
-
-// Memory is for few blocks, and what lies behind the end of the stream is nobody's.
-TEST_P(AudioSourceThreads, AnErrandThatComesLateReadsNothingInPlaceOfWhatIsGoneBy) {
-    constexpr std::size_t size = 100000;
-    const TempFile file(wav_of(ramp(1, 4 * size)));
-    ASSERT_TRUE(source.add(left, file.name()));
-    source.set_frame_size(size);
-    ASSERT_TRUE(source.prepare());
-    source.read_ahead(errands);
-    source.pop_front();
-    errands.finish();
-    file.write(wav_of({}));
-    ASSERT_TRUE(source.get(frames, span));
-    EXPECT_EQ(samples(left), ramp(1 + size, size));
-    source.pop_front();
-    EXPECT_FALSE(source.get(frames, span));
-}
-
-TEST_P(AudioSourceThreads, WhatIsGoneByIsReadNoMore) {
-    add(ramp(1, 4 * 8));
-    ASSERT_TRUE(prepare());
-    for (int first = 1; first < 4 * 8; first += 8) {
-        source.read_ahead(errands);
-        source.pop_front();
-        errands.run_one();
-        ASSERT_TRUE(source.get(frames, span));
-        EXPECT_EQ(samples(left), ramp(first + 4, 4));
-        source.pop_front();
-    }
-}
-
-// The numbers are those of the errands at block 0, 1, 2, ... if some blocks go by first.
-TEST_F(AudioSourceTest, EveryBlockIsOneErrandToTheEndOfTheStream) {
-    const std::vector<std::vector<int>> expected{
-        {6, 1, 1, 0, 0, 0, 0, 0, 0, 0}, {0, 6, 1, 0, 0, 0, 0, 0, 0, 0},
-        {0, 0, 6, 0, 0, 0, 0, 0, 0, 0}, {0, 0, 0, 5, 0, 0, 0, 0, 0, 0},
-        {0, 0, 0, 0, 4, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 3, 0, 0, 0, 0},
-        {0, 0, 0, 0, 0, 0, 2, 0, 0, 0}, {0, 0, 0, 0, 0, 0, 0, 1, 0, 0},
-        {0, 0, 0, 0, 0, 0, 0, 0, 0, 0}};
-    for (std::size_t first = 0; first < expected.size(); ++first) {
-        SCOPED_TRACE(first);
-        thread::Errands errands;
-        start_anew();
-        add(ramp(1, 4 * 10));
-        ASSERT_TRUE(prepare(8));
-        std::vector<int> found(expected[first].size());
-        for (std::size_t at = 0; at < found.size(); ++at) {
-            if (at >= first) source.read_ahead(errands);
-            while (errands.run_one())
-                ++found[at];
-            source.pop_front();
-        }
-        EXPECT_EQ(found, expected[first]);
-        start_anew();  // the source goes before its errands
-    }
-}
-
-TEST_F(AudioSourceTest, AnErrandThatFindsNothingToDoMakesRoomForTheNext) {
-    thread::Errands errands;
-    add(ramp(1, 4 * 10));
-    ASSERT_TRUE(prepare());
-    source.read_ahead(errands);
-    source.pop_front();
-    errands.finish();
-    source.read_ahead(errands);
-    EXPECT_TRUE(errands.run_one());
-    EXPECT_FALSE(errands.run_one());
-    start_anew();  // the source goes before its errands
-}
-
-// On a machine that is busy otherwise nobody ever has time.
-TEST_F(AudioSourceTest, ErrandsThatNobodyRunsDoNotPileUp) {
-    thread::Errands errands;
-    add(ramp(1, 4 * 100));
-    add(ramp(1, 4 * 100));
-    ASSERT_TRUE(prepare());
-    for (int first = 1; source.get(frames, span); first += 4) {
-        ASSERT_EQ(samples(right), ramp(first, 4));
-        source.pop_front();
-        source.read_ahead(errands);
-    }
-    int nr_left = 0;
-    while (errands.run_one())
-        ++nr_left;
-    EXPECT_EQ(nr_left, 12) << "six blocks of two channels";
-    start_anew();  // the source goes before its errands
-}
-
-TEST_P(AudioSourceThreads, ReadNothingAheadBeyondTheEnd) {
-    for (const std::int32_t limit : {-1, 1}) {
-        start_anew();
-        add(limit < 0 ? Block(4, 1) : Block(40, 1));
-        add(Block(40, 2));
-        ASSERT_TRUE(prepare(limit));
-        source.pop_front();
-        source.read_ahead(errands);
-        EXPECT_FALSE(errands.run_one());
-        EXPECT_FALSE(source.get(frames, span));
-    }
-}
-
-TEST_P(AudioSourceThreads, FramesHeldElsewhereKeepTheirSamplesToo) {
-    add(ramp(1, 4 * 100));
-    ASSERT_TRUE(prepare());
-    std::vector<decltype(frames)> held;
-    while (source.get(frames, span)) {
-        held.push_back(frames);
-        source.pop_front();
-        source.read_ahead(errands);
-        errands.finish();
-    }
-    ASSERT_EQ(held.size(), 100u);
-    for (int first = 1; const auto& block : held) {
-        EXPECT_EQ(block.find(left)->samples().front(), first);
-        first += 4;
-    }
-}
-
-TEST_P(AudioSourceThreads, WhatCannotBeReadAheadEndsTheStreamToo) {
-    const TempFile file(wav_of(Block(100000, 7)));
-    ASSERT_TRUE(source.add(left, file.name()));
-    ASSERT_TRUE(prepare());
-    file.write(wav_of(Block(100, 7)));
-    const auto blocks = drain(left, &errands);
-    EXPECT_LT(blocks.size(), 25000u);
-    EXPECT_EQ(blocks, std::vector<Block>(blocks.size(), Block(frame_size, 7)));
-    EXPECT_FALSE(source.get(frames, span));
-}
-
-// A run that fails leaves blocks behind that nobody asks for.
-TEST_P(AudioSourceThreads, EndWithWhatIsBeingReadAhead) {
-    for (int i = 0; i < 50; ++i) {
-        add(ramp(i, 4000));
-        add(ramp(i, 4000));
-        ASSERT_TRUE(prepare());
-        source.read_ahead(errands);
-        start_anew();
-        EXPECT_FALSE(errands.run_one());
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Helpers, AudioSourceThreads, testing::Values(0, 1, 3));
 
 TEST_F(AudioSourceTest, RatesMustAgree) {
     add({1}, {.sample_rate = 48000});

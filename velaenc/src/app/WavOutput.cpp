@@ -70,8 +70,7 @@ bool WavOutput::prepare_files_() {
         name << channel.short_name() << ".wav";
         WavChannel position = 0;
         if (!translate(position, channel)) return false;
-        channels_[position] = {channel,
-                               std::make_shared<vela::wav::FileWriter>(name, format_(1), errands)};
+        channels_[position] = {channel, std::make_shared<vela::wav::FileWriter>(name, format_(1))};
         return true;
     });
 }
@@ -88,7 +87,7 @@ bool WavOutput::prepare_interleaved_() {
     if (!known) return false;
     auto name = filename;
     name << ".wav";
-    multi_writer_ = std::make_shared<vela::wav::FileWriter>(name, format, errands);
+    multi_writer_ = std::make_shared<vela::wav::FileWriter>(name, format);
     return true;
 }
 

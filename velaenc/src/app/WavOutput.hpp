@@ -8,7 +8,6 @@
 #include <vela/api/SpeakerLayout.hpp>
 #include <vela/audio/Frame.hpp>
 #include <vela/file/Name.hpp>
-#include <vela/thread/Errands.hpp>
 #include <vela/wav/FileWriter.hpp>
 
 namespace app {
@@ -24,8 +23,6 @@ public:
     vela::api::SpeakerLayout layout;
     std::optional<std::uint32_t> sample_rate;
     bool multi_channel = false;
-    /// If any, they write what is appended; they must outlive the output.
-    vela::thread::Errands* errands = nullptr;
 
     /// Opens the files, once.  False if a field is missing or a channel has no place in WAVE.
     [[nodiscard]] bool prepare();

@@ -93,32 +93,6 @@ TEST_F(WavOutputTest, OneInterleavedFileInTheOrderOfTheWaveMask) {
     EXPECT_EQ(header, std::string("\x01\0\x08\0\x80\xBB\0\0\0\x94\x11\0\x18\0\x18\0", 16));
 }
 
-TEST_F(WavOutputTest, WhatErrandsWriteAreTheSameFiles) {
-    vela::audio::Frames frames;
-    for (const auto channel : {id::Left, id::Right}) {
-        const auto samples =
-            frames.goc(ChannelVariant(Channel::create(channel)), 60000, 24).write();
-        std::ranges::fill(samples, 1000 + static_cast<int>(channel));
-    }
-    for (const bool multi_channel : {false, true}) {
-        std::vector<std::string> files;
-        for (const bool with_errands : {false, true}) {
-            vela::thread::Errands errands;
-            {
-                auto output = make(3, multi_channel);
-                if (with_errands) output.errands = &errands;
-                ASSERT_TRUE(output.prepare());
-                ASSERT_TRUE(output.append(frames));
-                EXPECT_EQ(errands.run_one(), with_errands);
-            }
-            for (const auto* name : {"x_L.wav", "x_R.wav"})
-                files.push_back(read(multi_channel ? "x_.wav" : name));
-        }
-        EXPECT_GE(files[0].size(), 44u + 3 * 60000);
-        EXPECT_TRUE(files[2] == files[0] && files[3] == files[1]) << "differ";
-    }
-}
-
 TEST_F(WavOutputTest, IsNotPreparedWithoutPrefixRateOrLayout) {
     auto no_prefix = make(3);
     no_prefix.filename = {};

@@ -1,17 +1,14 @@
 #include <sys/types.h>
 
-#include <utility>
 #include <vela/file/String.hpp>
 #include <vela/file/details/File.hpp>
 
 namespace vela::file {
 
-String::String(const Name& name, thread::Errands* errands)
-    : stream_(std::fopen(name.str().c_str(), "wb")) {
+String::String(const Name& name) : stream_(std::fopen(name.str().c_str(), "wb")) {
     // What goes to the stream goes to the file at once, from the pieces.
     if (stream_) std::setvbuf(stream_.get(), nullptr, _IONBF, 0);
     piece_.reserve(details::buffer_size);
-    if (errands) write_behind_.emplace(*errands, [this] { write_(piece_behind_); });
 }
 
 String::~String() {
@@ -24,7 +21,7 @@ void String::append(std::string_view bytes) {
         const auto now = bytes.substr(0, details::buffer_size - piece_.size());
         piece_ += now;
         bytes.remove_prefix(now.size());
-        if (piece_.size() == details::buffer_size) write_piece_();
+        if (piece_.size() == details::buffer_size) write_all_();
     }
 }
 
@@ -38,18 +35,7 @@ bool String::overwrite(std::uint64_t offset, std::string_view bytes) {
     return true;
 }
 
-void String::write_piece_() {
-    if (!write_behind_) return write_all_();
-
-    write_behind_->finish();
-    piece_.swap(piece_behind_);
-    piece_.clear();
-    piece_.reserve(details::buffer_size);
-    write_behind_->post();
-}
-
 void String::write_all_() {
-    if (write_behind_) write_behind_->finish();
     write_(piece_);
     piece_.clear();
 }

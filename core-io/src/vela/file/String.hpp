@@ -3,11 +3,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vela/file/Name.hpp>
-#include <vela/thread/Chore.hpp>
 
 namespace vela::file {
 
@@ -16,17 +14,11 @@ namespace vela::file {
 ///
 /// If the file cannot be created, nothing tells: writes are counted and lost.
 ///
-/// Bytes go to the file in pieces of 64 KB.  To write one takes as long as a small candidate of the
-/// encoder does; with errands it is left to whoever has time, while the next piece fills up:
-///
-///     append      |---- piece ----|---- piece ----|---- piece ----|
-///     errands                      write the 1st   write the 2nd
-///
-/// Threads:  one at a time uses a file; others only run the errands that it posts.
+/// Bytes go to the file in pieces of 64 KB.
 class String {
 public:
-    /// Creates the file, or empties the one that is there.  `errands`, if any, must outlive it.
-    explicit String(const Name& name, thread::Errands* errands = nullptr);
+    /// Creates the file, or empties the one that is there.
+    explicit String(const Name& name);
     String(const String&) = delete;
     String& operator=(const String&) = delete;
     ~String();
@@ -45,15 +37,12 @@ private:
         void operator()(std::FILE* stream) const { std::fclose(stream); }
     };
 
-    void write_piece_();
     void write_all_();
     void write_(std::string_view bytes);
 
     std::unique_ptr<std::FILE, Close> stream_;
     std::uint64_t size_ = 0;
-    std::string piece_;         // not at the file yet
-    std::string piece_behind_;  // what that chore writes
-    std::optional<thread::Chore> write_behind_;
+    std::string piece_;  // not at the file yet
 };
 
 }  // namespace vela::file

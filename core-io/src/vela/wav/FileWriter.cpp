@@ -39,8 +39,8 @@ void report_clipping(int value) {
 
 }  // namespace
 
-FileWriter::FileWriter(const file::Name& name, const Format& format, thread::Errands* errands)
-    : format_(format), file_(name, errands), riff_(file_, "RIFF") {
+FileWriter::FileWriter(const file::Name& name, const Format& format)
+    : format_(format), file_(name), riff_(file_, "RIFF") {
     riff_.setSubchunkId("WAVE");
     serialize(riff_, format_);
     data_ = std::make_unique<riff::Chunk<file::String>>(riff_, "data");

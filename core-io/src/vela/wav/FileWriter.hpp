@@ -8,7 +8,6 @@
 #include <vela/file/Name.hpp>
 #include <vela/file/String.hpp>
 #include <vela/riff/Chunk.hpp>
-#include <vela/thread/Errands.hpp>
 #include <vela/wav/Format.hpp>
 
 namespace vela::wav {
@@ -20,15 +19,12 @@ namespace vela::wav {
 /// The lengths are 0 until `commit` or the destructor patches them, so that a run that ends early
 /// leaves a valid file.  Samples are right-justified integers of `bits_per_sample` (8, 16, 24 or
 /// 32) bits.  A file that cannot be created gives no failure: what is written is lost.
-///
-/// Threads: one at a time; others only run the errands that it posts.
 class FileWriter {
 public:
     using Samples = Range<const int*>;
 
-    /// Creates the file and writes its header.  The format is taken as it is.  The errands, if any,
-    /// write what is appended; they must outlive the writer.
-    FileWriter(const file::Name& name, const Format& format, thread::Errands* errands = nullptr);
+    /// Creates the file and writes its header.  The format is taken as it is.
+    FileWriter(const file::Name& name, const Format& format);
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;
     ~FileWriter() { commit(); }

@@ -56,25 +56,6 @@ TEST(FileWriter, BlocksAreInterleavedInTheOrderOfTheRanges) {
     EXPECT_EQ(bytes, wav_file(pcm_format(3, 24), data));
 }
 
-// The lengths are patched behind all that was left to others.
-TEST(FileWriter, WhatErrandsWriteIsTheSameFile) {
-    const Samples samples(50000, -12345);
-    std::string files[2];
-    for (const bool with_errands : {false, true}) {
-        const TempFile on_disk;
-        thread::Errands errands;
-        {
-            FileWriter writer(on_disk.name(), pcm_format(1, 24), with_errands ? &errands : nullptr);
-            for (int i = 0; i < 5; ++i)
-                EXPECT_TRUE(writer.add_frame(range_of(samples)));
-            EXPECT_EQ(errands.run_one(), with_errands);
-        }
-        files[with_errands] = on_disk.bytes();
-    }
-    EXPECT_EQ(files[0].size(), 44u + 5 * 3 * samples.size());
-    EXPECT_TRUE(files[1] == files[0]) << "differs";
-}
-
 TEST(FileWriter, EveryWidthHasItsOwnBytes) {
     const Samples samples{0, -1, 100};
     const struct {
