@@ -46,11 +46,22 @@ bool AudioSource<T, K>::get(Frames& frames, api::SampleSpan& span) {
     if (frames_left_ == 0) return false;
     for (auto& [key, info] : inputs_) {
         if (!info.is_mono) return false;
-        auto& frame = frames.goc(key, frame_size_, bit_depth_);
-        if (!info.blocks.begin().read_mono(frame.overwrite())) return false;
+        Frame& block = free_block_(info);
+        block.key = key;
+        if (!info.blocks.begin().read_mono(block.overwrite())) return false;
+        frames.set(block);
     }
     span = span_;
     return true;
+}
+
+template <typename T, typename K>
+typename AudioSource<T, K>::Frame& AudioSource<T, K>::free_block_(Info& info) const {
+    const auto free = std::ranges::find_if_not(info.kept, &Frame::is_shared);
+    if (free != info.kept.end()) return *free;
+    Frame& block = info.kept.emplace_back(frame_size_);
+    block.bit_depth = bit_depth_;
+    return block;
 }
 
 template <typename T, typename K>

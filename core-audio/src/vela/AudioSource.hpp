@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <vector>
 #include <vela/Range.hpp>
 #include <vela/api/ChannelVariant.hpp>
 #include <vela/api/Frames.hpp>
@@ -65,6 +66,7 @@ public:
 
 private:
     using Parser = wav::Parser<T, file::Range>;
+    using Frame = api::Frame<T, K>;
 
     struct Info {
         Parser parser;
@@ -73,9 +75,12 @@ private:
         bool is_mono = false;
         /// What is not read yet; its begin is the read position.
         decltype(Parser::blocks) blocks;
+        /// Memory of blocks: those that others still have, and those to read the next ones into.
+        std::vector<Frame> kept;
     };
 
     bool open_(Info& info);
+    Frame& free_block_(Info& info) const;
 
     std::uint64_t frame_size_ = 0;
     std::uint64_t offset_ = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <set>
 #include <support/TempFile.hpp>
 #include <support/wav_bytes.hpp>
 #include <vector>
@@ -190,6 +191,20 @@ TEST_F(AudioSourceTest, FramesHeldElsewhereKeepTheirSamples) {
     ASSERT_TRUE(source.get(frames, span));
     EXPECT_EQ(held.find(left)->samples().front(), 1);
     EXPECT_EQ(samples(left).front(), 5);
+}
+
+// Memory that was just used is near, and whoever else had it may be another thread.
+TEST_F(AudioSourceTest, BlocksAreReadWhereOthersWereThatNobodyHasAnyMore) {
+    add(Block(400, 1));
+    ASSERT_TRUE(prepare());
+    std::set<const int*> seen;
+    for (auto held = frames; source.get(frames, span); source.pop_front()) {
+        EXPECT_NE(frames.find(left)->samples().data(),
+                  held.empty() ? nullptr : held.find(left)->samples().data());
+        held = frames;
+        seen.insert(held.find(left)->samples().data());
+    }
+    EXPECT_EQ(seen.size(), 2u);
 }
 
 TEST_F(AudioSourceTest, OffsetSkipsTheFirstSamplesOfEveryFile) {

@@ -39,6 +39,9 @@ public:
     /// Write access for who replaces all samples; what they are before is of no account.
     std::span<T> overwrite() { return {data_.begin_anew(), data_.size()}; }
 
+    /// Whether other frames share the samples, if there are any.
+    [[nodiscard]] bool is_shared() const { return size() != 0 && !data_.is_sole_owner(); }
+
     /// Takes over the samples of a range; another length than now makes a new buffer.
     template <typename It>
     void set_data(It first, It last) {

@@ -59,6 +59,21 @@ TEST(Frame, WritingThroughACopyLeavesTheFirstAlone) {
     EXPECT_EQ(samples_of(copy), (std::vector<int>{7, -8388608, 7}));
 }
 
+TEST(Frame, IsSharedWhileThereAreCopiesThatNobodyWroteTo) {
+    EXPECT_FALSE(IntFrame().is_shared());
+    IntFrame frame(4);
+    EXPECT_FALSE(frame.is_shared());
+    {
+        const IntFrame copy = frame;
+        EXPECT_TRUE(frame.is_shared());
+    }
+    EXPECT_FALSE(frame.is_shared());
+    IntFrame copy = frame;
+    copy.write()[0] = 1;
+    EXPECT_FALSE(frame.is_shared());
+    EXPECT_FALSE(copy.is_shared());
+}
+
 TEST(Frame, OverwritingACopyLeavesTheFirstAlone) {
     IntFrame first(ChannelVariant(channel::Left), 3);
     first.bit_depth = 24;

@@ -231,6 +231,7 @@ bool VelaCodec::end_all_but_(unsigned nr_left) {
     for (; nr_under_way_ > nr_left; --nr_under_way_) {
         if (!encoder_->end_one(encoded_)) return false;
         if (output_enabled_ && !output_.append(encoded_)) return false;
+        encoded_ = {};  // the encoder writes another block where these samples are
     }
     return true;
 }

@@ -40,7 +40,7 @@ public:
     /// Write access: makes the samples private first.  Null for size 0.
     T* begin() {
         if (size_ == 0) return nullptr;
-        if (!sole_owner_()) {
+        if (!is_sole_owner()) {
             const auto shared = data_;
             std::copy_n(shared.get(), size_, begin_anew());
         }
@@ -49,7 +49,7 @@ public:
 
     /// Write access for who replaces all samples: shared ones are let go, not copied.
     T* begin_anew() {
-        if (size_ != 0 && !sole_owner_()) data_ = std::make_shared_for_overwrite<T[]>(size_);
+        if (size_ != 0 && !is_sole_owner()) data_ = std::make_shared_for_overwrite<T[]>(size_);
         return data_.get();
     }
 
@@ -57,8 +57,8 @@ public:
     [[nodiscard]] const T* data() const { return data_.get(); }
     [[nodiscard]] std::uint64_t size() const { return size_; }
 
-private:
-    bool sole_owner_() const {
+    /// Whether somebody has the samples, and nobody else does.
+    [[nodiscard]] bool is_sole_owner() const {
         if (data_.use_count() != 1) return false;
         // The count alone does not order what other threads read before they let go of the samples
         // with what is written now; letting go of a copy does.
@@ -66,6 +66,7 @@ private:
         return true;
     }
 
+private:
     std::shared_ptr<T[]> data_;
     std::uint64_t size_ = 0;
 };

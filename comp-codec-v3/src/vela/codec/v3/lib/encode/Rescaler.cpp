@@ -79,6 +79,14 @@ void raise_all(std::span<int> out, std::span<const int> samples) {
     std::ranges::transform(samples, out.begin(), raise_to_32_bits);
 }
 
+// In the memory that it has, if that will do.
+std::span<int> start_frame(Frame& frame, const Frame& like) {
+    if (frame.size() != like.size()) frame = Frame(like.size());
+    frame.key = like.key;
+    frame.bit_depth = like.bit_depth;
+    return frame.overwrite();
+}
+
 }  // namespace
 
 bool Rescaler::operator()(Group& group) {
@@ -100,10 +108,11 @@ bool Rescaler::rescale_(Group& group, float factor) {
     const bool dithered = group.dither && group.silence.size() == 0;
     const auto pool = dithered ? goc_dither_pool_(shift) : nullptr;
 
-    group.rescaled.clear();
-    for (const Frame& active : group.active) {
-        Frame frame = active;
-        const auto out = frame.overwrite();
+    group.rescaled.resize(group.active.size());
+    for (std::size_t i = 0; i < group.active.size(); ++i) {
+        const Frame& active = group.active[i];
+        Frame& frame = group.rescaled[i];
+        const auto out = start_frame(frame, active);
         if (factor == 1.0f)
             simd::widest<raise_all>(out, active.samples());
         else
@@ -111,7 +120,6 @@ bool Rescaler::rescale_(Group& group, float factor) {
                                    [=](int x) { return scale_to_32_bits(x, factor_39); });
         if (dithered && !(*pool)(frame.write_range(), 0)) return false;
         if (!pcm::shift_right(shift, frame.write_range())) return false;
-        group.rescaled.push_back(std::move(frame));
     }
     return true;
 }

@@ -15,10 +15,12 @@ class SpareGroups {
 public:
     using GroupPtr = std::shared_ptr<encode::Group>;
 
-    /// As good as a new group that is a copy.
+    /// As good as a new group that is a copy of a draft, which has neither `rescaled` channels nor
+    /// samples in its `frame`: what these hold already is of no account to the stages.
     [[nodiscard]] GroupPtr copy(const encode::Group& draft);
 
-    /// REQUIRES that nobody else has it.  Null is of no use and goes.
+    /// REQUIRES that nobody else has it.  Lets go of the samples that it shares.  Null is of no use
+    /// and goes.
     void give_back(GroupPtr group);
 
 private:

@@ -2,6 +2,7 @@
 
 #include <thread>
 #include <vela/codec/v3/lib/encode/Chain.hpp>
+#include <vela/codec/v3/lib/encode/Muxer.hpp>
 #include <vela/codec/v3/lib/encode/groups.hpp>
 #include <vela/codec/v3/lib/encoder/SpareGroups.hpp>
 
@@ -24,6 +25,34 @@ TEST(SpareGroups, MemoryIsUsedAgain) {
     const auto third = spare.copy(Group());
     EXPECT_EQ(second.get(), address);
     EXPECT_NE(third.get(), address);
+}
+
+// Samples, too, as long as nobody else has them: a reader, or who writes the carrier.
+TEST(SpareGroups, SamplesStayWhereTheyAreAndAreSharedNoLonger) {
+    SpareGroups spare;
+    const Group draft = group_of(8, {music(512, 1), music(512, 2)});
+    Chain chain;
+    auto group = spare.copy(draft);
+    ASSERT_EQ(chain(*group), Chain::Code::ok);
+    ASSERT_TRUE(encode::Muxer()(*group));
+    const int* const rescaled = group->rescaled[1].samples().data();
+    const int* const carrier = group->frame.samples().data();
+    const Group* const address = group.get();
+    EXPECT_TRUE(draft.origs[0].is_shared());
+    spare.give_back(std::move(group));
+    EXPECT_FALSE(draft.origs[0].is_shared()) << "the next block can be read there";
+
+    chain.start_frame(draft.frame.key);
+    group = spare.copy(draft);
+    ASSERT_EQ(group.get(), address);
+    const encode::Frame reader = group->frame;
+    const std::vector<int> before = samples_of(reader);
+    ASSERT_EQ(chain(*group), Chain::Code::ok);
+    group->mixed[0] ^= 1;
+    ASSERT_TRUE(encode::Muxer()(*group));
+    EXPECT_EQ(group->rescaled[1].samples().data(), rescaled);
+    EXPECT_NE(group->frame.samples().data(), carrier);
+    EXPECT_EQ(samples_of(reader), before);
 }
 
 // What a stage left in a group must not reach the next candidate.
@@ -57,6 +86,15 @@ TEST(SpareGroups, NothingOfTheGroupBeforeIsLeft) {
         EXPECT_EQ(group->score, fresh.score);
         EXPECT_EQ(group->silence.size(), fresh.silence.size());
         EXPECT_EQ(group->active.size(), fresh.active.size());
+        ASSERT_EQ(group->rescaled.size(), fresh.rescaled.size());
+        for (std::size_t i = 0; i < fresh.rescaled.size(); ++i) {
+            EXPECT_EQ(samples_of(group->rescaled[i]), samples_of(fresh.rescaled[i]));
+            EXPECT_EQ(group->rescaled[i].key, fresh.rescaled[i].key);
+            EXPECT_EQ(group->rescaled[i].bit_depth, fresh.rescaled[i].bit_depth);
+        }
+        ASSERT_TRUE(encode::Muxer()(*group) && encode::Muxer()(fresh));
+        EXPECT_EQ(samples_of(group->frame), samples_of(fresh.frame));
+        EXPECT_EQ(group->frame.key, fresh.frame.key);
         EXPECT_EQ(group->budget.total(), fresh.budget.total());
         spare.give_back(group);
     }
