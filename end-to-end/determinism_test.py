@@ -5,7 +5,7 @@ import tempfile
 import unittest
 import unittest.mock
 
-from support import Run, channels_of, tone_in_noise
+from support import Run, channels_of, noise, tone_in_noise
 
 COUNT = 2048
 
@@ -44,7 +44,7 @@ class Determinism(unittest.TestCase):
                 self.assertEqual(encode("9.1", options, threads), inline)
 
     def test_files_of_a_run_that_fails_hold_all_blocks_before(self):
-        """Some of their pieces wait to be written by then.  A negative attenuation is what fails."""
+        """Some of these may still be under way.  A negative attenuation is what fails."""
         audio = {name: tone_in_noise(70000, i) for i, name in enumerate(channels_of("quad"))}
         options = "dither(false);bitlines(6,6);gvm.randomize_deltas(false)"
         with tempfile.TemporaryDirectory() as folder:
@@ -60,6 +60,26 @@ class Determinism(unittest.TestCase):
                         size = 67 * 1024 * 3
                         self.assertEqual(data[40:44], size.to_bytes(4, "little"))
                         self.assertTrue(data[44:] == whole[channel][44:44 + size], "differs")
+
+    def test_a_block_that_nothing_fits_ends_the_run_there_whatever_was_begun(self):
+        """Silence leaves room for a record, two channels do not.  What is told and written is the
+        same for all threads, down to the blocks that the end of the run ends."""
+        count, size = 20, 256
+        options = "dither(false);bitlines(3,3);gvm.randomize_deltas(false)"
+        for bad in (0, 7, count - 3, count - 1):
+            audio = {name: [0] * (size * bad) + noise(size * (count - bad), i, 1)
+                     for i, name in enumerate(channels_of("quad"))}
+            for threads in (0, 1, 2, 16):
+                with self.subTest(bad=bad, threads=threads), tempfile.TemporaryDirectory() as folder:
+                    run = Run(folder, "quad", audio, size, "-a", options, "-P", str(count),
+                              threads=threads)
+                    self.assertTrue(run.failed)
+                    lines = [line for line in run.process.stdout.split("\n")
+                             if line.startswith("Progress")]
+                    self.assertEqual(lines, [f"Progress: {i}/{count}" for i in range(bad + 2)])
+                    for data in run.carrier_bytes().values():
+                        self.assertEqual(len(data), 44 + 3 * size * bad)
+                    self.assertFalse(os.path.exists(os.path.join(folder, "encode_time.txt")))
 
 
 if __name__ == "__main__":

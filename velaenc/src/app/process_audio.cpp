@@ -26,7 +26,14 @@ public:
     Progress(const std::optional<std::int32_t>& max, std::int32_t total)
         : max_(max), total_(total) {}
 
-    void show(std::int32_t frame_index) {
+    /// Up to that block, all that have not been shown.
+    void show_to(std::int32_t frame_index) {
+        while (next_ <= frame_index)
+            show_(next_++);
+    }
+
+private:
+    void show_(std::int32_t frame_index) {
         if (!max_) return;
         // Nothing to do is no share of anything: the process dies of it, as the division would.
         if (total_ == 0) std::raise(SIGFPE);
@@ -36,9 +43,9 @@ public:
         std::cout << "Progress: " << done << '/' << *max_ << std::endl;
     }
 
-private:
     std::optional<std::int32_t> max_;
     std::int32_t total_;
+    std::int32_t next_ = 0;
     std::int32_t last_ = -1;
 };
 
@@ -71,11 +78,17 @@ bool limit(Frames& frames) {
         frames, [](auto& entry) { return vela::limiter::hard_limit(entry.second, sample_bits); });
 }
 
+const char* const encoding_mark = "Encoding";
+
 bool encode(Frames& frames, const SampleSpan& span, profile::Interface& profile,
             Profiler& profiler) {
-    static const char* const mark_msg = "Encoding";
-    const Profiler::Mark mark(profiler, &mark_msg);
+    const Profiler::Mark mark(profiler, &encoding_mark);
     return profile.process_one(frames, span);
+}
+
+bool flush(profile::Interface& profile, Profiler& profiler) {
+    const Profiler::Mark mark(profiler, &encoding_mark);
+    return profile.flush();
 }
 
 bool lowpass(FrameLowpass& filters, Frames& current, Frames& upcoming, const Frames& input,
@@ -97,9 +110,14 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
     SampleSpan span;
     SampleSpan next_span;
 
-    bool finished = false;
-    for (std::int32_t frame_index = 0; !finished; ++frame_index) {
-        progress.show(frame_index);
+    // As many blocks behind as are still under way: a run that fails tells how far it came.
+    const auto show_progress = [&](std::int32_t frame_index) {
+        progress.show_to(frame_index - static_cast<std::int32_t>(profile.nr_under_way()));
+    };
+
+    std::int32_t frame_index = 0;
+    for (bool finished = false; !finished; ++frame_index) {
+        show_progress(frame_index);
         if (source.get(input, next_span)) {
             source.pop_front();
             if (!lowpass(filters, current, upcoming, input, profiler)) return false;
@@ -109,12 +127,16 @@ bool run_frames(Source& source, profile::Interface& profile, const Settings& set
         }
         if (frame_index != 0) {
             if (is_limited && !limit(current)) return false;
-            if (!encode(current, span, profile, profiler)) return false;
+            const bool is_encoded = encode(current, span, profile, profiler);
+            show_progress(frame_index);
+            if (!is_encoded) return false;
         }
         std::swap(current, upcoming);
         span = next_span;
     }
-    return profile.flush();
+    const bool is_flushed = flush(profile, profiler);
+    show_progress(frame_index - 1);
+    return is_flushed;
 }
 
 }  // namespace

@@ -56,6 +56,21 @@ TEST(FileWriter, BlocksAreInterleavedInTheOrderOfTheRanges) {
     EXPECT_EQ(bytes, wav_file(pcm_format(3, 24), data));
 }
 
+TEST(FileWriter, LengthsArePatchedFarBehindTheEnd) {
+    const Samples samples(50000, -12345);
+    const TempFile on_disk;
+    {
+        FileWriter writer(on_disk.name(), pcm_format(1, 24));
+        for (int i = 0; i < 5; ++i)
+            EXPECT_TRUE(writer.add_frame(range_of(samples)));
+    }
+    std::string data;
+    for (int i = 0; i < 5; ++i)
+        for (const int sample : samples)
+            data += u24(sample);
+    EXPECT_TRUE(on_disk.bytes() == wav_file(pcm_format(1, 24), data)) << "differs";
+}
+
 TEST(FileWriter, EveryWidthHasItsOwnBytes) {
     const Samples samples{0, -1, 100};
     const struct {

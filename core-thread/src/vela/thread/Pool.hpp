@@ -23,7 +23,7 @@ namespace vela::thread {
 ///
 /// To wake a thread on a processor that sleeps costs as much as a small candidate does.  So a round
 /// wakes no more threads than it is started for, the same ones each time, whose memory is near, and
-/// each of them once: a thread that is finished sleeps on into the next round.  The first of them
+/// each of them once, and once more for each `again`: a thread that is finished sleeps until then.  The first of them
 /// stays awake for a while, since more to do is mostly near.
 ///
 /// Threads:  one thread controls the pool; the task runs on all its threads at once, unlocked.

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -211,11 +212,20 @@ TEST(Pool, AgainWithoutARoundDoesNothing) {
     EXPECT_FALSE(Pool(0).again());
 }
 
+/// False if that has not come about after some seconds.
+template <typename Condition>
+bool comes_about(Condition condition) {
+    const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!condition() && std::chrono::steady_clock::now() < until)
+        std::this_thread::yield();
+    return condition();
+}
+
 TEST(Pool, AgainHasEachThreadOfTheRoundTakeUpTheTaskOnceMore) {
     for (const auto count : counts)
         for (unsigned long wanted = 1; wanted <= count; ++wanted) {
-            Pool pool(count);
             std::atomic<unsigned long> nr_calls = 0;
+            Pool pool(count);
             ASSERT_TRUE(pool.start(
                 [&] {
                     ++nr_calls;
@@ -223,8 +233,7 @@ TEST(Pool, AgainHasEachThreadOfTheRoundTakeUpTheTaskOnceMore) {
                 },
                 wanted));
             for (unsigned long round = 1; round <= 50; ++round) {
-                while (nr_calls < round * wanted)
-                    std::this_thread::yield();
+                ASSERT_TRUE(comes_about([&] { return nr_calls >= round * wanted; }));
                 ASSERT_EQ(nr_calls, round * wanted);
                 ASSERT_TRUE(pool.again());
             }
@@ -236,9 +245,9 @@ TEST(Pool, AgainHasEachThreadOfTheRoundTakeUpTheTaskOnceMore) {
 // It comes up whenever it will: while threads sleep, wait awake, work, or are about to leave.
 TEST(Pool, AgainSeesToWhatHasComeUpSince) {
     for (const auto count : counts) {
-        Pool pool(count);
         std::atomic<int> left = 0;
         std::atomic<int> nr_done = 0;
+        Pool pool(count);
         ASSERT_TRUE(pool.start([&] {
             for (int seen = left; seen > 0;)
                 if (left.compare_exchange_weak(seen, seen - 1)) ++nr_done;
@@ -248,29 +257,31 @@ TEST(Pool, AgainSeesToWhatHasComeUpSince) {
             ++left;
             ASSERT_TRUE(pool.again());
             const bool is_awaited = i % 3 != 0;  // or else the next one comes at once
-            while (is_awaited && nr_done < i)
-                std::this_thread::yield();
+            ASSERT_TRUE(!is_awaited || comes_about([&] { return nr_done == i; })) << i;
         }
-        while (nr_done < 3000)
-            std::this_thread::yield();
+        ASSERT_TRUE(comes_about([&] { return nr_done == 3000; }));
         ASSERT_TRUE(pool.stop());
     }
 }
 
-TEST(Pool, StopWaitsForNobodyWhomAgainHasNotReached) {
+TEST(Pool, AgainThatNobodyHasFollowedYetEndsWithItsRound) {
+    std::atomic<bool> is_over = false;
+    std::atomic<int> nr_late = 0;
     Pool pool(3);
     for (int round = 0; round < 500; ++round) {
-        std::atomic<int> inside = 0;
+        is_over = false;
         ASSERT_TRUE(pool.start([&] {
-            ++inside;
-            --inside;
+            if (is_over) ++nr_late;
             return false;
         }));
         for (int i = 0; i < round % 4; ++i)
             ASSERT_TRUE(pool.again());
         ASSERT_TRUE(pool.stop());
-        ASSERT_EQ(inside, 0);
+        is_over = true;
+        ASSERT_TRUE(pool.start([] { return false; }));
+        ASSERT_TRUE(pool.stop());
     }
+    EXPECT_EQ(nr_late, 0);
 }
 
 }  // namespace

@@ -30,13 +30,17 @@ public:
     [[nodiscard]] virtual bool process_one(vela::audio::Frames& frames,
                                            const vela::api::SampleSpan& span) = 0;
 
-    /// Ends all blocks that are under way; false if one of them fails.
-    [[nodiscard]] virtual bool flush() = 0;
-
     /// Prints the quality figures; false if nothing was encoded.
     [[nodiscard]] virtual bool done() = 0;
 
     [[nodiscard]] virtual std::string error_msg() const = 0;
+
+    /// Ends all blocks that are under way; false if one of them fails.
+    [[nodiscard]] virtual bool flush() = 0;
+
+    /// Blocks of `process_one` that have not ended yet; after a false, those behind the one that
+    /// failed.
+    [[nodiscard]] virtual unsigned nr_under_way() const = 0;
 };
 
 }  // namespace app::profile

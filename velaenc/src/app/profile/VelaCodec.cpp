@@ -221,14 +221,17 @@ bool VelaCodec::prepare_output_() {
 
 bool VelaCodec::process_one(vela::audio::Frames& frames, const vela::api::SampleSpan& span) {
     if (!encoder_ && (!create_encoder_() || !prepare_output_())) return false;
-    const bool is_begun = feed_metadata_(span) && encoder_->begin_one(frames);
-    if (is_begun) ++nr_under_way_;
-    // The blocks before one that fails are written all the same.
-    return end_all_but_(is_begun ? encoder_->max_under_way() - 1 : 0) && is_begun;
+    ++nr_under_way_;
+    if (feed_metadata_(span) && encoder_->begin_one(frames))
+        return end_all_but_(encoder_->max_under_way() - 1);
+    // The blocks before one that cannot begin are written all the same.
+    if (end_all_but_(1)) nr_under_way_ = 0;
+    return false;
 }
 
 bool VelaCodec::end_all_but_(unsigned nr_left) {
-    for (; nr_under_way_ > nr_left; --nr_under_way_) {
+    while (nr_under_way_ > nr_left) {
+        --nr_under_way_;
         if (!encoder_->end_one(encoded_)) return false;
         if (output_enabled_ && !output_.append(encoded_)) return false;
         encoded_ = {};  // the encoder writes another block where these samples are
@@ -237,7 +240,7 @@ bool VelaCodec::end_all_but_(unsigned nr_left) {
 }
 
 bool VelaCodec::done() {
-    if (!encoder_ || !flush()) return false;
+    if (!encoder_) return false;
     vela::audio::Quality all;
     for (const auto& channel : vela::api::channel::all()) {
         const vela::api::ChannelVariant key(channel);

@@ -27,9 +27,10 @@ public:
     [[nodiscard]] std::uint64_t frame_size() const override { return frame_size_.value_or(1024); }
     [[nodiscard]] bool process_one(vela::audio::Frames& frames,
                                    const vela::api::SampleSpan& span) override;
-    [[nodiscard]] bool flush() override { return end_all_but_(0); }
     [[nodiscard]] bool done() override;
     [[nodiscard]] std::string error_msg() const override { return error_; }
+    [[nodiscard]] bool flush() override { return end_all_but_(0); }
+    [[nodiscard]] unsigned nr_under_way() const override { return nr_under_way_; }
 
 private:
     /// A linear gain for a channel.
@@ -84,7 +85,7 @@ private:
 
     std::shared_ptr<vela::codec::v3::encoder::IEncoder> encoder_;
     vela::audio::Frames encoded_;
-    unsigned nr_under_way_ = 0;  ///< blocks that the encoder has begun
+    unsigned nr_under_way_ = 0;  ///< blocks that came and have not ended
     bool output_enabled_ = false;
     WavOutput output_;
     vela::file::Name data_filename_;  ///< stored, without effect

@@ -105,7 +105,7 @@ private:
     bool first_ = true;
 };
 
-// All frames of a run are of the same length.
+// All frames of a run are of the same length; several of them may be under way.
 void add_head(Line& line, const Group& group) {
     line.add("frame", group.span.start / group.span.size())
         .add("carrier", group.frame.key.channel.short_name())

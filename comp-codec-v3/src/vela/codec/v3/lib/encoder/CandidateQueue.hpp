@@ -37,7 +37,7 @@ public:
     /// channel.
     enum class First { turn, own };
 
-    /// A candidate that was handed out; at work until the end of its life.
+    /// A candidate that was handed out; at work until its end, or that of its life.
     class Candidate {
     public:
         /// What all candidates of a carrier have in common.
@@ -69,7 +69,7 @@ public:
     void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t min,
               std::uint32_t max);
 
-    /// Changes with each push: for who found nothing left and waits for more.
+    /// Changes with each push, for who found nothing left and stays awake for more.
     [[nodiscard]] std::uint64_t nr_pushed() const { return nr_pushed_; }
 
     /// Nothing once all that is left waits for a candidate at work, or nothing is left.
@@ -105,10 +105,10 @@ private:
 
     Lane* find_next_(First first);
 
+    // The mutex guards all of these; what is atomic may be read, and counted down, without.
     Lanes lanes_;
     std::atomic<std::uint64_t> nr_pushed_ = 0;
-    std::mutex
-        mutex_;  // guards all of these; what is atomic may be read, and counted down, without
+    std::mutex mutex_;
 };
 
 }  // namespace vela::codec::v3::encoder

@@ -43,6 +43,9 @@ Encoder::Encoder(const api::SpeakerLayout& input, const api::SpeakerLayout& outp
       nr_at_once_(std::min(nr_threads, thread::nr_processors())),
       max_under_way_(nr_at_once_ > 1 ? most_under_way : 1),
       pool_(nr_threads) {
+    output_layout_.each_channel([this](const api::Channel& channel) {
+        return carriers_.try_emplace(api::ChannelVariant(channel)).second;
+    });
     // The fixed cost of the record is spread: the version waits one frame, the hash two.
     if (parse_version(own_version_, version_text)) version_.set_value(own_version_, 1);
     unsigned hash = 0;

@@ -90,13 +90,14 @@ private:
         bool is_muxed = false;  ///< what the muxer says of the best
     };
 
-    /// A carrier from frame to frame.  Threads that work on different ones find nothing here that
+    /// A carrier from frame to frame.  Threads that work on different ones find little here that
     /// another has written: to fetch that costs as much as some hundred operations.
     struct alignas(cache_line) Carrier {
+        // The calling thread hands drafts over, and takes what came of them.
         std::array<Search, most_under_way> searches;  ///< of the frames under way; a ring
         std::atomic<unsigned> nr_under_way = 0;       ///< frames
 
-        /// What follows is for who works on the carrier.
+        // For who works on the carrier.
         alignas(cache_line) std::uint64_t nr_finished = 0;  ///< frames
         std::optional<std::uint32_t> prev_bitlines;
         /// Numbers of centers used with two and with three channels, by count of bit-lines: only
@@ -176,7 +177,7 @@ private:
     thread::PingPong<Frames> downmixed_;
     std::unique_ptr<thread::PingPong<Frames>> output_pingpong_;
 
-    /// All are there before threads look for one.
+    /// All of the output layout, from the start.
     std::map<api::ChannelVariant, Carrier> carriers_;
     CandidateQueue queue_;
     std::array<Turn, most_under_way> turns_;  ///< a ring

@@ -1,8 +1,6 @@
 // The search of the encoder: from the frames of one block to the best candidate per carrier.
 
 #include <algorithm>
-#include <atomic>
-#include <vela/OnRAII.hpp>
 #include <vela/codec/v3/lib/encoder/Encoder.hpp>
 #include <vela/thread/awake.hpp>
 
@@ -32,8 +30,8 @@ std::optional<std::uint32_t> metadata_channel(const api::SpeakerLayout& carriers
 }  // namespace
 
 bool Encoder::process_groups_() {
-    if (bitline_min_ > bitline_max_) return false;  // no candidate, and so no winner
     if (!add_groups_()) return false;
+    if (bitline_min_ > bitline_max_) return false;  // no candidate, and so no winner
     begin_turn_();
     return start_threads_();
 }
@@ -48,7 +46,7 @@ bool Encoder::add_groups_() {
 
 bool Encoder::add_(const Frames& frames, const CarrierRecipe::Group& recipe) {
     const auto channel = api::Channel::create(recipe.carrier);
-    const GroupPtr draft = start_draft_(carriers_[api::ChannelVariant(channel)]);
+    const GroupPtr draft = start_draft_(carriers_.at(api::ChannelVariant(channel)));
     for (const auto id : recipe.active_members())
         if (!set_origs_(*draft, api::ChannelVariant(api::Channel::create(id)), frames))
             return false;
@@ -210,9 +208,10 @@ void Encoder::work_until_ended_(const Turn& turn) {
     while (!is_ended()) {
         const std::uint64_t nr_pushed = queue_.nr_pushed();
         work_(&turn);
-        auto lock = thread::lock_awake(ended_mutex_);
-        thread::wait_awake(lock, ended_cv_,
-                           [&] { return is_ended() || queue_.nr_pushed() != nr_pushed; });
+        const auto may_go_on = [&] { return is_ended() || queue_.nr_pushed() != nr_pushed; };
+        if (thread::wait_awake(thread::patience, may_go_on)) continue;
+        std::unique_lock lock(ended_mutex_);
+        ended_cv_.wait(lock, is_ended);
     }
 }
 

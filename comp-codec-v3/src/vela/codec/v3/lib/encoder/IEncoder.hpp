@@ -46,19 +46,19 @@ public:
     /// REQUIRES that no block is under way.
     [[nodiscard]] virtual bool encode_one(Frames& out, const Frames& in) = 0;
 
-    /// The same in two calls: a block may begin while others are under way, so that no thread waits
-    /// for the last one at work on a block.  Blocks end in the order of their begin.  Metadata hold
-    /// for the next one to begin; options stay as they are while one is under way.  False, too, if
-    /// there is no room for one more, or none to end.
-    [[nodiscard]] virtual bool begin_one(const Frames& in) = 0;
-    [[nodiscard]] virtual bool end_one(Frames& out) = 0;
-    /// Blocks that there is room for; 1 if the calling thread does all the work.
-    [[nodiscard]] virtual unsigned max_under_way() const = 0;
-
     /// Error figure of the run so far; false for a channel that was in no group.
     [[nodiscard]] virtual bool get_quality_metric(double& result,
                                                   const api::ChannelVariant& channel,
                                                   QualityMetric metric) const = 0;
+
+    /// `encode_one` in two calls: a block may begin while others are under way, so that no thread
+    /// waits for the last one at work on a block.  Blocks end in the order of their begin. Metadata
+    /// hold for the next one to begin; options stay as they are while one is under way.  False,
+    /// too, if there is no room for one more, or none to end.
+    [[nodiscard]] virtual bool begin_one(const Frames& in) = 0;
+    [[nodiscard]] virtual bool end_one(Frames& out) = 0;
+    /// Blocks that there is room for; 1 if the calling thread does all the work.
+    [[nodiscard]] virtual unsigned max_under_way() const = 0;
 };
 
 }  // namespace vela::codec::v3::encoder

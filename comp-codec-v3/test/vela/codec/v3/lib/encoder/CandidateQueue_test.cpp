@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -221,6 +222,30 @@ TEST(CandidateQueueThreads, InTurnItIsNobodysCarrier) {
     elsewhere([&] { return all_of(queue, First::turn); });
     start_frame(queue);
     EXPECT_EQ(all_of(queue, First::turn), (Counts{3, 103, 403, 4, 104, 404}));
+}
+
+// Each carrier's frames follow one another while others' are handed out.
+TEST(CandidateQueueThreads, MayBeginTheNextFrameOfWhatTheyEnded) {
+    constexpr unsigned nr_frames = 50;
+    CandidateQueue queue;
+    std::array<std::atomic<unsigned>, api::channel::id::count> nr_ended{};
+    std::atomic<unsigned> count = 0;
+    for (const auto& carrier : api::channel::all())
+        push(queue, carrier, {3, 7}, 5);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            while (auto candidate = queue.pop(First::own)) {
+                const api::Channel carrier = candidate->draft().frame.key.channel;
+                ++count;
+                if (candidate->end() && ++nr_ended[carrier.id()] < nr_frames)
+                    push(queue, carrier, {3, 7}, 5, 2, nr_ended[carrier.id()]);
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(count, 5 * nr_frames * api::channel::all().size());
+    EXPECT_EQ(queue.nr_pushed(), nr_frames * api::channel::all().size());
 }
 
 TEST(CandidateQueueThreads, GiveEachOnceToWhoeverAsks) {

@@ -1,4 +1,3 @@
-#include <atomic>
 #include <string>
 #include <utility>
 #include <vela/codec/v3/lib/encoder/encoders.hpp>
@@ -111,8 +110,9 @@ TEST(Encoder, AFrameFailsWithoutAllItsChannelsOrWithTwoSizes) {
 
 TEST(Encoder, WithoutACandidateThatFitsTheFrameFails) {
     Frames out;
-    EXPECT_FALSE(make(testmix2, mono, 9, 8)->encode_one(out, frames_of(testmix2)))
-        << "an empty range of bit-lines";
+    const auto without_range = make(testmix2, mono, 9, 8);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_FALSE(without_range->encode_one(out, frames_of(testmix2, 256, 1)));
     EXPECT_FALSE(make(testmix2, mono, 3, 3)->encode_one(out, frames_of(testmix2)))
         << "three bit-lines of 256 samples hold no record of two channels";
     std::shared_ptr<IEncoder> encoder;
@@ -312,19 +312,62 @@ TEST(EncoderThreads, FramesBegunAheadAreTheSame) {
             EXPECT_EQ(encode_ahead(nr_threads, nr_ahead), one_by_one);
 }
 
-TEST(EncoderThreads, FramesBesideOneThatFailsEndAllTheSame) {
+/// Begins a frame that will fail at its end.
+struct Failure {
+    const char* name;
+    bool (*begin)(IEncoder&);
+};
+
+class EncoderThreadsFailure : public testing::TestWithParam<Failure> {};
+
+TEST_P(EncoderThreadsFailure, LeavesTheFramesBesideIt) {
     if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
-    for (const unsigned failing : {0u, 1u, 2u}) {
-        const auto encoder = make(lcr, stereo, 8, 9, 2);
-        for (unsigned frame = 0; frame < 3; ++frame) {
-            ASSERT_TRUE(encoder->set_room_type(api::RoomType(frame == failing ? 4 : frame)));
-            ASSERT_TRUE(encoder->begin_one(frames_of(lcr, 256, frame)));
+    for (const unsigned nr_threads : {2u, 16u})
+        for (const unsigned failing : {0u, 1u, 2u}) {
+            const auto encoder = make(lcr, stereo, 8, 9, nr_threads);
+            for (unsigned frame = 0; frame < 3; ++frame) {
+                ASSERT_TRUE(encoder->set_room_type(api::RoomType(0)));
+                ASSERT_TRUE(frame == failing ? GetParam().begin(*encoder)
+                                             : encoder->begin_one(frames_of(lcr, 256, frame)));
+            }
+            for (unsigned frame = 0; frame < 3; ++frame) {
+                Frames out;
+                EXPECT_EQ(encoder->end_one(out), frame != failing);
+                EXPECT_EQ(out.empty(), frame == failing);
+            }
         }
-        EXPECT_FALSE(encoder->begin_one(Frames{}));
-        for (unsigned frame = 0; frame < 3; ++frame) {
-            Frames out;
-            EXPECT_EQ(encoder->end_one(out), frame != failing);
-            EXPECT_EQ(out.empty(), frame == failing);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, EncoderThreadsFailure,
+    testing::Values(Failure{"ARefusedRecord",
+                            [](IEncoder& encoder) {
+                                return encoder.set_room_type(api::RoomType(4)) &&
+                                       encoder.begin_one(frames_of(lcr));
+                            }},
+                    Failure{"AFailedCandidate",
+                            [](IEncoder& encoder) { return encoder.begin_one(frames_of(lcr, 3)); }},
+                    Failure{
+                        "NoWinner",
+                        [](IEncoder& encoder) { return encoder.begin_one(frames_of(lcr, 32)); }}),
+    [](const auto& param) { return param.param.name; });
+
+TEST(EncoderThreads, AFrameThatCannotBeginLeavesThoseUnderWay) {
+    if (thread::nr_processors() < 2) GTEST_SKIP() << "needs two processors";
+    for (const auto& bad : {Frames{}, frames_of(stereo)}) {
+        const auto encoder = make(lcr, stereo, 8, 8, 2);
+        ASSERT_TRUE(encoder->set_option("gvm.randomize_deltas", 0));
+        const auto twin = make(lcr, stereo, 8, 8);
+        ASSERT_TRUE(twin->set_option("gvm.randomize_deltas", 0));
+        ASSERT_TRUE(encoder->begin_one(frames_of(lcr)));
+        EXPECT_FALSE(encoder->begin_one(bad));
+        EXPECT_TRUE(encoder->begin_one(frames_of(lcr, 256, 1)));
+        for (unsigned frame = 0; frame < 2; ++frame) {
+            Frames out, alone;
+            ASSERT_TRUE(encoder->end_one(out));
+            ASSERT_TRUE(twin->encode_one(alone, frames_of(lcr, 256, frame)));
+            EXPECT_EQ(encode::samples_of(*out.find(ChannelVariant(api::channel::Left))),
+                      encode::samples_of(*alone.find(ChannelVariant(api::channel::Left))));
         }
     }
 }
