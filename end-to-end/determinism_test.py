@@ -53,8 +53,10 @@ class Determinism(unittest.TestCase):
             with open(fail, "w") as file:
                 file.write(f"{67 * 1024} ATTN 0 -6.0\n")
             for threads in (0, 2, 16):
-                run = Run(folder, "quad", audio, 1024, "-a", options, "-d", fail, threads=threads)
+                run = Run(folder, "quad", audio, 1024, "-a", options, "-d", fail, "-P", "69",
+                          threads=threads)
                 self.assertTrue(run.failed)
+                self.assertEqual(run.progress(), [f"{i}/69" for i in range(69)])
                 for channel, data in run.carrier_bytes().items():
                     with self.subTest(threads=threads, channel=channel):
                         size = 67 * 1024 * 3
@@ -65,21 +67,37 @@ class Determinism(unittest.TestCase):
         """Silence leaves room for a record, two channels do not.  What is told and written is the
         same for all threads, down to the blocks that the end of the run ends."""
         count, size = 20, 256
+        fail = "{} ATTN 0 -6.0\n".format
         options = "dither(false);bitlines(3,3);gvm.randomize_deltas(false)"
         for bad in (0, 7, count - 3, count - 1):
             audio = {name: [0] * (size * bad) + noise(size * (count - bad), i, 1)
                      for i, name in enumerate(channels_of("quad"))}
             for threads in (0, 1, 2, 16):
                 with self.subTest(bad=bad, threads=threads), tempfile.TemporaryDirectory() as folder:
+                    # One behind it that cannot begin changes nothing.
+                    metadata = os.path.join(folder, "fail.txt")
+                    with open(metadata, "w") as file:
+                        file.write(fail((bad + 2) * size))
                     run = Run(folder, "quad", audio, size, "-a", options, "-P", str(count),
-                              threads=threads)
+                              *(("-d", metadata) if bad % 2 else ()), threads=threads)
                     self.assertTrue(run.failed)
-                    lines = [line for line in run.process.stdout.split("\n")
-                             if line.startswith("Progress")]
-                    self.assertEqual(lines, [f"Progress: {i}/{count}" for i in range(bad + 2)])
+                    self.assertEqual(run.progress(), [f"{i}/{count}" for i in range(bad + 2)])
                     for data in run.carrier_bytes().values():
                         self.assertEqual(len(data), 44 + 3 * size * bad)
                     self.assertFalse(os.path.exists(os.path.join(folder, "encode_time.txt")))
+
+    def test_a_run_of_fewer_blocks_than_may_be_under_way(self):
+        options = "dither(false);bitlines(6,6);gvm.randomize_deltas(false)"
+        for count in range(1, 7):
+            audio = {name: tone_in_noise(512 * count, i) for i, name in enumerate(channels_of("quad"))}
+            carriers = []
+            for threads in (0, 2, 16):
+                with self.subTest(count=count, threads=threads), tempfile.TemporaryDirectory() as folder:
+                    run = Run(folder, "quad", audio, 512, "-a", options, "-P", str(count), threads=threads)
+                    self.assertTrue(run.succeeded)
+                    self.assertEqual(run.progress(), [f"{i}/{count}" for i in range(count + 1)])
+                    carriers.append(run.carrier_bytes())
+                    self.assertEqual(carriers[-1], carriers[0])
 
 
 if __name__ == "__main__":

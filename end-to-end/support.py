@@ -120,6 +120,9 @@ class Run:
                 result[channel] = file.read()
         return result
 
+    def progress(self):
+        return re.findall(r"^Progress: (.*)$", self.process.stdout, re.MULTILINE)
+
     def printed_quality(self):
         """(dbrms, dbpeak, crest) by channel, and for "all"."""
         figures = r"\{dbrms: (\S+)\}\t\{dbpeak: (\S+)\}\t\{crest: (\S+)\}"

@@ -193,7 +193,7 @@ TEST_F(AudioSourceTest, FramesHeldElsewhereKeepTheirSamples) {
     EXPECT_EQ(samples(left).front(), 5);
 }
 
-// Memory that was just used is near, and whoever else had it may be another thread.
+// Memory that was used before is nearer than what has not been used yet.
 TEST_F(AudioSourceTest, BlocksAreReadWhereOthersWereThatNobodyHasAnyMore) {
     add(Block(400, 1));
     ASSERT_TRUE(prepare());

@@ -23,8 +23,8 @@ namespace vela::thread {
 ///
 /// To wake a thread on a processor that sleeps costs as much as a small candidate does.  So a round
 /// wakes no more threads than it is started for, the same ones each time, whose memory is near, and
-/// each of them once, and once more for each `again`: a thread that is finished sleeps until then.  The first of them
-/// stays awake for a while, since more to do is mostly near.
+/// each of them once, and once more for each `again`: a thread that is finished sleeps until then.
+/// The first of them stays awake for a while, since more to do is mostly near.
 ///
 /// Threads:  one thread controls the pool; the task runs on all its threads at once, unlocked.
 class Pool {
@@ -56,7 +56,8 @@ public:
     bool again();
 
     /// Waits until all threads have taken up the task and are through with their current call, and
-    /// ends the round.  False, at once, if there is no round.
+    /// ends the round; a call for more that nobody has followed by then ends with it.  False, at
+    /// once, if there is no round.
     bool stop();
 
 private:

@@ -265,23 +265,39 @@ TEST(Pool, AgainSeesToWhatHasComeUpSince) {
 }
 
 TEST(Pool, AgainThatNobodyHasFollowedYetEndsWithItsRound) {
-    std::atomic<bool> is_over = false;
-    std::atomic<int> nr_late = 0;
+    std::atomic<int> nr_calls = 0;
     Pool pool(3);
     for (int round = 0; round < 500; ++round) {
-        is_over = false;
-        ASSERT_TRUE(pool.start([&] {
-            if (is_over) ++nr_late;
-            return false;
-        }));
+        ASSERT_TRUE(pool.start([] { return false; }, static_cast<unsigned long>(round % 3 + 1)));
         for (int i = 0; i < round % 4; ++i)
             ASSERT_TRUE(pool.again());
         ASSERT_TRUE(pool.stop());
-        is_over = true;
-        ASSERT_TRUE(pool.start([] { return false; }));
+
+        nr_calls = 0;
+        ASSERT_TRUE(pool.start([&] {
+            ++nr_calls;
+            return false;
+        }));
         ASSERT_TRUE(pool.stop());
+        ASSERT_EQ(nr_calls, 3) << "each thread once, since nobody called for more";
     }
-    EXPECT_EQ(nr_late, 0);
+}
+
+TEST(Pool, AgainDoesNotCutShortWhoIsAtWork) {
+    for (const auto count : counts) {
+        std::atomic<unsigned long> nr_begun = 0, nr_ended = 0;
+        Pool pool(count);
+        ASSERT_TRUE(pool.start([&] {
+            if (nr_begun++ < 1000) return true;
+            ++nr_ended;
+            return false;
+        }));
+        while (nr_begun < 1000)
+            ASSERT_TRUE(pool.again());
+        ASSERT_TRUE(comes_about([&] { return nr_ended >= count; }));
+        ASSERT_TRUE(pool.stop());
+        EXPECT_EQ(nr_begun, 1000 + nr_ended);
+    }
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] virtual bool process_one(vela::audio::Frames& frames,
                                            const vela::api::SampleSpan& span) = 0;
 
-    /// Prints the quality figures; false if nothing was encoded.
+    /// Prints the quality figures; false if nothing was encoded.  REQUIRES `flush` first.
     [[nodiscard]] virtual bool done() = 0;
 
     [[nodiscard]] virtual std::string error_msg() const = 0;

@@ -224,7 +224,8 @@ bool VelaCodec::process_one(vela::audio::Frames& frames, const vela::api::Sample
     ++nr_under_way_;
     if (feed_metadata_(span) && encoder_->begin_one(frames))
         return end_all_but_(encoder_->max_under_way() - 1);
-    // The blocks before one that cannot begin are written all the same.
+    // The blocks before one that cannot begin are written all the same.  It is still behind them if
+    // one of them fails; else it is the one that fails.
     if (end_all_but_(1)) nr_under_way_ = 0;
     return false;
 }

@@ -57,7 +57,7 @@ public:
     [[nodiscard]] const T* data() const { return data_.get(); }
     [[nodiscard]] std::uint64_t size() const { return size_; }
 
-    /// Whether somebody has the samples, and nobody else does.
+    /// Whether there are samples, and this is their only owner.
     [[nodiscard]] bool is_sole_owner() const {
         if (data_.use_count() != 1) return false;
         // The count alone does not order what other threads read before they let go of the samples

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <iomanip>
 #include <limits>
@@ -107,7 +109,7 @@ private:
 
 // All frames of a run are of the same length; several of them may be under way.
 void add_head(Line& line, const Group& group) {
-    line.add("frame", group.span.start / group.span.size())
+    line.add("frame", group.span.start / std::max(group.span.size(), std::int64_t{1}))
         .add("carrier", group.frame.key.channel.short_name())
         .add("b", group.nr_bitlines)
         .add("prev_b", group.prev_bitlines)

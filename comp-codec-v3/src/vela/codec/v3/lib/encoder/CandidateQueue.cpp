@@ -31,7 +31,6 @@ std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
     const std::uint32_t nearest = lane->counts.back();
     lane->counts.pop_back();
     ++lane->nr_handed_out;
-    ++lane->nr_at_work;
     return Candidate(*lane, nearest);
 }
 
@@ -39,9 +38,9 @@ std::optional<CandidateQueue::Candidate> CandidateQueue::pop(First first) {
 // id.
 CandidateQueue::Lane* CandidateQueue::find_next_(First first) {
     const auto rank = [first](const Lane& lane) {
-        const bool by_turn = first == First::turn;
-        return std::tuple(!by_turn && lane.is_anothers(), by_turn ? 0 : lane.start,
-                          !by_turn && !lane.is_mix, lane.nr_handed_out);
+        if (first == First::turn)
+            return std::tuple(false, std::int64_t{0}, false, lane.nr_handed_out);
+        return std::tuple(lane.is_anothers(), lane.start, !lane.is_mix, lane.nr_handed_out);
     };
     Lane* next = nullptr;
     for (auto& [id, lane] : lanes_)
@@ -55,7 +54,8 @@ bool CandidateQueue::Lane::is_anothers() const {
 
 bool CandidateQueue::Lane::may_go_on() const {
     constexpr unsigned nr_mostly_needed = 3;
-    return !counts.empty() && (nr_handed_out < nr_mostly_needed || nr_at_work == 0);
+    const bool is_none_at_work = nr_left == counts.size();
+    return !counts.empty() && (nr_handed_out < nr_mostly_needed || is_none_at_work);
 }
 
 }  // namespace vela::codec::v3::encoder

@@ -14,8 +14,8 @@
 
 namespace vela::codec::v3::encoder {
 
-/// The candidates of each carrier's current frame, handed out carrier by carrier in turn, each
-/// carrier's nearest to the count of bit-lines that it chose in the frame before first.
+/// The candidates of each carrier's current frame, each carrier's nearest to the count of bit-lines
+/// that it chose in the frame before first.
 ///
 /// Equal distances come in the order of a standard binary heap; what the filter skips, and so the
 /// bytes of the carrier, depends on it.
@@ -32,9 +32,8 @@ class CandidateQueue {
     struct Lane;
 
 public:
-    /// Which carriers somebody takes first: whoever's turn it is; or its own, and of these, or of
-    /// the others' if it has none left, the one that is farthest behind, a mix rather than a single
-    /// channel.
+    /// Which carriers come first: all in turn; or those of the thread that asks, else others', and
+    /// among them the one that is farthest behind, then a mix before a single channel.
     enum class First { turn, own };
 
     /// A candidate that was handed out; at work until its end, or that of its life.
@@ -49,10 +48,7 @@ public:
 
     private:
         friend class CandidateQueue;
-        static bool end_(Lane* lane) {
-            --lane->nr_at_work;
-            return --lane->nr_left == 0;
-        }
+        static bool end_(Lane* lane) { return --lane->nr_left == 0; }
         struct Return {
             void operator()(Lane* lane) const { end_(lane); }
         };
@@ -65,7 +61,8 @@ public:
     };
 
     /// The next frame of the carrier that the draft names, with a candidate for each count of
-    /// bit-lines from `min` to `max`.  REQUIRES that the last candidate of the frame before ended.
+    /// bit-lines from `min` to `max`.  REQUIRES that there is one, and that the last candidate of
+    /// the frame before ended.
     void push(const std::shared_ptr<const encode::Group>& draft, std::uint32_t min,
               std::uint32_t max);
 
@@ -97,8 +94,7 @@ private:
         bool is_mix = false;
         std::vector<std::uint32_t> counts;  // a heap
         unsigned nr_handed_out = 0;
-        std::atomic<unsigned> nr_at_work = 0;
-        std::atomic<std::size_t> nr_left = 0;  // those at work among them
+        std::atomic<std::size_t> nr_left = 0;  // those at work and the counts
         std::thread::id whose;                 // who had its first candidate of a frame, last
     };
     using Lanes = std::map<std::uint32_t, Lane>;  // by id of the carrier

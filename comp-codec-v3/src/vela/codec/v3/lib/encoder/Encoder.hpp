@@ -34,7 +34,7 @@ namespace vela::codec::v3::encoder {
 /// There is no look-ahead.  Frames influence each other only through the counts of bit-lines and
 /// centers that the same carrier chose before, and through the periods of the metadata.  So with
 /// threads a carrier goes on to its next frame as soon as it is through with one, whatever the
-/// others are at: nobody waits at the end of a frame.
+/// others are at, and hardly anybody waits where a frame ends.
 ///
 ///     calling thread    begin k, k+1 |           end k, begin k+2 |         end k+1 |
 ///     Left                           [ k     ][ k+1           ][ k+2      ]
@@ -75,7 +75,7 @@ private:
         std::array<std::optional<double>, 4> data{};  ///< by dimension
     };
 
-    /// With threads.  With two, two threads take one per cent longer; with more, no less.
+    /// With threads.  Room for two costs two of them 1 per cent, room for six brings nothing.
     static constexpr unsigned most_under_way = 4;
     static constexpr int bitlines_allowed_min = 3;
     static constexpr int bitlines_allowed_max = 12;

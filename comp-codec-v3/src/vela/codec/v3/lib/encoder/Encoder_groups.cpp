@@ -119,7 +119,7 @@ Encoder::Turn& Encoder::turn_of_(const Carrier& carrier) {
     return turns_[carrier.nr_finished % max_under_way_];
 }
 
-// By whoever finished the carrier's frame before, unless that was long ago.
+// By whoever finished the carrier's frame before, or by who begins this one if that was earlier.
 void Encoder::search_(Carrier& carrier) {
     Search& search = current_(carrier);
     carrier.spare_groups.give_back(std::move(search.best));
@@ -190,7 +190,8 @@ void Encoder::finish_(Carrier& carrier) {
     ++carrier.nr_finished;
     if (--carrier.nr_under_way != 0) search_(carrier);
     if (--turn.nr_unfinished != 0) return;
-    { const std::lock_guard lock(ended_mutex_); }  // who waits does so, or asks once more
+    // The calling thread is asleep by then, or will not fall asleep any more.
+    { const std::lock_guard lock(ended_mutex_); }
     ended_cv_.notify_one();
 }
 

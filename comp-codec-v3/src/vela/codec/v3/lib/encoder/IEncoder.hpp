@@ -13,7 +13,8 @@ namespace vela::codec::v3::encoder {
 /// Turns blocks of a full layout into blocks of its carrier, one by one.
 ///
 /// Options first, "bitline.min", "bitline.max" and "sample_rate" among them; then, per frame, the
-/// metadata that holds for it and `encode_one`.  All calls come from one thread.
+/// metadata that holds for it and `encode_one`, or the two calls that make it up.  All calls come
+/// from one thread.
 class IEncoder {
 public:
     using Frames = audio::Frames;
@@ -53,8 +54,10 @@ public:
 
     /// `encode_one` in two calls: a block may begin while others are under way, so that no thread
     /// waits for the last one at work on a block.  Blocks end in the order of their begin. Metadata
-    /// hold for the next one to begin; options stay as they are while one is under way.  False,
-    /// too, if there is no room for one more, or none to end.
+    /// hold for the next one to begin; options stay as they are while one is under way.
+    ///
+    /// False, too, if there is no room for one more, or none to end.  A block that cannot begin
+    /// leaves those under way as they are; one that fails at its end is gone, and the next can end.
     [[nodiscard]] virtual bool begin_one(const Frames& in) = 0;
     [[nodiscard]] virtual bool end_one(Frames& out) = 0;
     /// Blocks that there is room for; 1 if the calling thread does all the work.

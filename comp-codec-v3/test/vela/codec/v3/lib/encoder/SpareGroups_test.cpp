@@ -13,6 +13,7 @@ using encode::Chain;
 using encode::Group;
 using encode::group_of;
 using encode::music;
+using encode::noise;
 using encode::samples_of;
 
 TEST(SpareGroups, MemoryIsUsedAgain) {
@@ -63,6 +64,12 @@ TEST(SpareGroups, NothingOfTheGroupBeforeIsLeft) {
         group_of(5, {music(512, 6)}),
         group_of(8, {music(512, 7), music(512, 8)}),
         group_of(3, {std::vector<int>(512), std::vector<int>(512)}),
+        group_of(10,
+                 {noise(1024, 3, 0x7FFFFF), noise(1024, 4, 0x7FFFFF), noise(1024, 5, 0x7FFFFF)}),
+        group_of(9, {music(256, 9)}),
+        group_of(9, {music(1024, 9), music(1024, 10), music(1024, 11)}),
+        group_of(7, {music(1024, 12), std::vector<int>(1024)}),
+        group_of(8, {music(256, 13), music(256, 14)}),
     };
     SpareGroups spare;
     for (const Group& draft : drafts) {
