@@ -268,10 +268,22 @@ TEST(Pool, AgainThatNobodyHasFollowedYetEndsWithItsRound) {
     std::atomic<int> nr_calls = 0;
     Pool pool(3);
     for (int round = 0; round < 500; ++round) {
-        ASSERT_TRUE(pool.start([] { return false; }, static_cast<unsigned long>(round % 3 + 1)));
-        for (int i = 0; i < round % 4; ++i)
+        const auto wanted = static_cast<unsigned long>(round % 3 + 1);
+        std::mutex mutex;
+        std::set<std::thread::id> seen;
+        ASSERT_TRUE(pool.start(
+            [&] {
+                const std::lock_guard lock(mutex);
+                seen.insert(std::this_thread::get_id());
+                return false;
+            },
+            wanted));
+        for (int i = 0; i < round % 8; ++i) {
             ASSERT_TRUE(pool.again());
+            if (i % 2 == 0) std::this_thread::yield();
+        }
         ASSERT_TRUE(pool.stop());
+        ASSERT_EQ(seen.size(), wanted);
 
         nr_calls = 0;
         ASSERT_TRUE(pool.start([&] {

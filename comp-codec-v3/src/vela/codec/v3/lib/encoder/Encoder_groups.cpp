@@ -123,7 +123,6 @@ Encoder::Turn& Encoder::turn_of_(const Carrier& carrier) {
 void Encoder::search_(Carrier& carrier) {
     Search& search = current_(carrier);
     carrier.spare_groups.give_back(std::move(search.best));
-    search.is_muxed = false;
     if (carrier.prev_bitlines) search.draft->prev_bitlines = *carrier.prev_bitlines;
     chain_.start_frame(search.draft->frame.key);
     queue_.push(search.draft, bitline_min_, bitline_max_);

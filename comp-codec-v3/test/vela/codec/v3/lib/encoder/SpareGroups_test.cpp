@@ -58,7 +58,7 @@ TEST(SpareGroups, SamplesStayWhereTheyAreAndAreSharedNoLonger) {
 
 // What a stage left in a group must not reach the next candidate.
 TEST(SpareGroups, NothingOfTheGroupBeforeIsLeft) {
-    const Group drafts[] = {
+    Group drafts[] = {
         group_of(8, {music(512, 1), music(512, 2), music(512, 3)}),
         group_of(8, {music(512, 4), music(512, 5)}),
         group_of(5, {music(512, 6)}),
@@ -71,6 +71,7 @@ TEST(SpareGroups, NothingOfTheGroupBeforeIsLeft) {
         group_of(7, {music(1024, 12), std::vector<int>(1024)}),
         group_of(8, {music(256, 13), music(256, 14)}),
     };
+    drafts[3].frame.key = api::ChannelVariant(api::channel::Right);
     SpareGroups spare;
     for (const Group& draft : drafts) {
         SCOPED_TRACE(draft.origs.size());
